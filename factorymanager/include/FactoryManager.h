@@ -1,0 +1,275 @@
+// FactoryManager: the factory-mode library's one object. The platform process
+// creates it, gives it a host callback and delivers factory events, timer ticks and
+// keys to it; every page, test and editor is a method of this class.
+#pragma once
+
+#include <atomic>
+
+#include "FactoryATCmdVersion.h"
+#include "MEvtHandle.h"
+#include "MTypes.h"
+
+class MSrv_Factory_Cmd;
+class MSrv_Factory_Default;
+struct _IDirectFB;
+typedef struct _IDirectFB IDirectFB;
+struct _IDirectFBWindow;
+typedef struct _IDirectFBWindow IDirectFBWindow;
+struct lws_context;
+
+// Host callback: (code, 0, 0); the return value is ignored.
+typedef unsigned char (*EventListener)(unsigned long code, void* p1, void* p2);
+
+// Shared with the server thread, hence atomic; null until the host installs one.
+extern std::atomic<EventListener> g_pFactoryListener;
+// Version strings gathered for the serial fixture's version check.
+extern ST_ATCMD_VERSION stATCMD_Version;
+// Platform version string buffer shared by the version readers.
+extern char u8VersionSoC[30];
+
+unsigned char FactoryKeyEventListener(unsigned long keyCode, unsigned long id, unsigned long sym);
+int onReceiveEvent(int evtType, int index);
+
+class FactoryManager : public MEvtHandle {
+public:
+    FactoryManager();
+    ~FactoryManager() override;
+
+    // ---- Core: lifecycle, host callback, dispatch -------------------------------
+    const MSGMAP* GetMessageMap() const override;
+    static const MSGMAP* GetThisMessageMap();
+    static PMSG_HANDLER MapHandler(MAPI_BOOL (FactoryManager::*handler)(void*, void*, void*)) {
+        return static_cast<PMSG_HANDLER>(handler);
+    }
+    // The framework's three arguments are simply not read by such a handler.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wcast-function-type"
+    static PMSG_HANDLER MapHandler(MAPI_BOOL (FactoryManager::*handler)()) {
+        return reinterpret_cast<PMSG_HANDLER>(handler);
+    }
+#pragma GCC diagnostic pop
+
+    void setFactoryEventListener(EventListener listener);
+    static void SetFactoryModeState(MAPI_BOOL state);
+    static MAPI_BOOL GetFactoryModeState();
+    void InitKeyEventListener();
+
+    unsigned char GetKeywritingStatus();
+    void SetKeywritingStatus(unsigned char status);
+    MAPI_U8 GetPreviousKeyCodeStatus();
+    void SetPreviousKeyCodeStatus(unsigned char status);
+    MAPI_BOOL isShipoutExecuing();
+
+    unsigned long GetSystemTime();
+    unsigned long long getSystemTime();
+
+    MAPI_BOOL OnEvent_FactorySDTest(void* p1, void* p2, void* p3);
+
+    static std::atomic<MAPI_BOOL> m_bIsFactoryEnabled;
+    static std::atomic<MAPI_U8> m_isFactoryUiLoaded;
+    static std::atomic<lws_context*> m_stContext;
+    static MAPI_U16 u16Times;
+
+private:
+    // Calls the host listener, if one is installed.
+    static void NotifyFactoryListener(unsigned long code);
+    // Handlers whose page is not in this build yet log so and report unhandled.
+    MAPI_BOOL NotBuiltYet(const char* handler);
+
+    MSrv_Factory_Cmd* m_pFactoryCmd = nullptr;
+    MSrv_Factory_Default* m_pFactoryDefault = nullptr;
+    IDirectFB* m_pDfb = nullptr;
+    IDirectFBWindow* m_pDfbWindow = nullptr;
+
+    MAPI_U8 m_u8PreviousKeyCodeStatus = 0;
+    MAPI_U8 m_u8KeywritingStatus = 0;
+    MAPI_U8 m_bShipoutExecuting = 0;
+    MAPI_U8 m_bWebSocketThreadStarted = 0;
+
+public:
+    // ---- UI channel: WebSocket server, notifications, page control --------------
+
+    // ---- Native on-screen text ---------------------------------------------------
+
+    // ---- Key dispatcher and page reset -------------------------------------------
+    // 1 when the key was consumed, 0 when the TV should handle it.
+    MAPI_BOOL FactoryDoKeyAction(unsigned long key);
+    MAPI_BOOL OnTimer_FactoryKeyWaitMWBFinish(void* p1, void* p2, void* p3);
+
+    // ---- M-mode ------------------------------------------------------------------
+    MAPI_BOOL OnEvent_FactoryMModeStart(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_FactoryVolumeAdj(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_ExitFactoryMode(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryVolumeAdj(void* p1, void* p2, void* p3);
+
+    // ---- AT command channel --------------------------------------------------------
+    MAPI_BOOL OnEvent_ReleaseAT_Cmd();
+    MAPI_BOOL OnEvent_TJP(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_GetATCmd(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_GetWoLWakeupEvent(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_TeletextOnOffForUARTCmd(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_ReleaseAT_Cmd(void* p1, void* p2, void* p3);
+
+    // ---- Version and identity readers --------------------------------------------
+
+    // ---- Key data readers ----------------------------------------------------------
+
+    // ---- Information pages, serial log ---------------------------------------------
+    MAPI_BOOL OnEvent_FactoryVersion(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryWifiDongleStatus(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SerialLog(void* p1, void* p2, void* p3);
+
+    // ---- Tuner pages ---------------------------------------------------------------
+    MAPI_BOOL OnTimer_TunerInfo(void* p1, void* p2, void* p3);
+
+    // ---- Service-mode editor -------------------------------------------------------
+    MAPI_BOOL OnEvent_FactoryVideoCheck(void* p1, void* p2, void* p3);
+
+    // ---- Timed one-shot setting commands ---------------------------------------------
+    MAPI_BOOL OnEvent_OverCurrentUSB(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_DigitalAudioOut(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_ShipoutSetting(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SelectSpeakerTypeToSNC(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SelectSpeakerTypeToIEC(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SelectSpeakerTypeToGW(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SelectSpeakerTypeToEstec(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_FullPowerMode(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_ClearPowerOnTime(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SetStoreToNone(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SetStoreToBestBuy(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SetStoreToCostco(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SetStoreToWalmart(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_TempIOCheck(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_DefaultIPAddress(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_NetworkDefaultMAC(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_PrepareOpenWhiteWindow(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_WhiteWindowCodeInformation(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_HDMIARCOutput(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_WriteProtect(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_StarIRBlasterTest(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_HDMIARCOutput(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_DefaultMAC(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_MACFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_WriteProtect(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_DefaultIPAddress(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_TempIOCheck(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SelectSpeakerTypeToSNC(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SelectSpeakerTypeToSNCFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SelectSpeakerTypeToIEC(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SelectSpeakerTypeToIECFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SelectSpeakerTypeToGW(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SelectSpeakerTypeToGWFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SelectSpeakerTypeToEstec(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SelectSpeakerTypeToEstecFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SetStoreToNone(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SetStoreToNoneFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SetStoreToBestBuy(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SetStoreToBestBuyFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SetStoreToCostco(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SetStoreToCostcoFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SetStoreToWalmart(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SetStoreToWalmartFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_ShipoutSetting(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_CCompanyChannelPreset(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FullPowerMode(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_ClearPowerOnTime(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_WhiteWindowCodeInformation(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_PrepareOpenWhiteWindow(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_OverCurrentUSB(void* p1, void* p2, void* p3);
+
+    // ---- Shipout ---------------------------------------------------------------------
+    MAPI_BOOL OnEvent_Shipout(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_Shipout(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_ShipoutFinishedTimer(void* p1, void* p2, void* p3);
+
+    // ---- Signal adjustment tests -----------------------------------------------------
+    MAPI_BOOL OnEvent_FactoryADCAdjustment(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_FactoryWriteVGA_EDID_EEPRPOM(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryADCAdjustment(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryWriteVGA_EDID_EEPRPOM(void* p1, void* p2, void* p3);
+
+    // ---- Network tests ---------------------------------------------------------------
+    MAPI_BOOL OnEvent_DLNATest(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_FactoryWLANTest(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_FactoryWakeOnWLAN(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_MACaddressCheck(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_DLNAAlive(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_DLNATest(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryWLANTest(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryWakeOnWLAN(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryWakeOnWLANTesting(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_MACaddressCheck(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_WLANAPScan(void* p1, void* p2, void* p3);
+
+    // ---- Picture, pattern and aging tests --------------------------------------------
+    MAPI_BOOL OnEvent_AutoBrightnessSensorValue(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_BackLightCheck(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_AudioBalanceCheck(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_InternalPatternOff(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SwitchInputSource(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_PictureModeDynamic(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_PatternStatus(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_OnAgingMode1(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_OnAgingMode2(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_LocalDimming(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_9PointPattern(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_PictureDynamic(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_AutoBrightnessSensorValue(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SwitchInputSource(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_OnAgingMode1(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_OnAgingMode2(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_SwitchInputSourceFinished(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_LocalDimming(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_9PointPattern(void* p1, void* p2, void* p3);
+
+    // ---- Direct tuning test ----------------------------------------------------------
+    MAPI_BOOL OnEvent_DirectTune(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_DirectTune(void* p1, void* p2, void* p3);
+
+    // ---- Factory configuration -------------------------------------------------------
+    MAPI_BOOL OnEvent_FactoryConfiguration(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryConfiguration(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryConfigurationFinished(void* p1, void* p2, void* p3);
+
+    // ---- ATV tuning search -----------------------------------------------------------
+    MAPI_BOOL OnEvent_AtvScanInfo(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_OnATVTuningSearch(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_OnATVTuningSearch(void* p1, void* p2, void* p3);
+
+    // ---- Satellite tests -------------------------------------------------------------
+    MAPI_BOOL OnEvent_FactoryDVBSManualTuningToggle(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_SatInfo(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_LNBPowerSwitch(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryDVBSManualTuningToggle(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_22KHzTone(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_DiSEqCSwitching(void* p1, void* p2, void* p3);
+
+    // ---- Channel scan monitor --------------------------------------------------------
+    MAPI_BOOL OnScanRecepient(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_DLTVSignalSetting(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_CloneCopy(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnEvent_CITestStatus(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_CITestStatus(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_DLTVSignalSetting(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_FactoryScanFinishe(void* p1, void* p2, void* p3);
+
+    // ---- Program information overlay -------------------------------------------------
+    MAPI_BOOL OnEvent_DirectCH(void* p1, void* p2, void* p3);
+    MAPI_BOOL OnTimer_ProgramInfoIdle(void* p1, void* p2, void* p3);
+
+    // ---- PEQ editor ------------------------------------------------------------------
+    MAPI_BOOL OnEvent_PEQ(void* p1, void* p2, void* p3);
+
+    // ---- 3D glasses timing editor ----------------------------------------------------
+    MAPI_BOOL OnEvent_3DTimingAdjust(void* p1, void* p2, void* p3);
+
+    // ---- Audio ADV editor ------------------------------------------------------------
+    MAPI_BOOL OnEvent_AudioAudysseyADV(void* p1, void* p2, void* p3);
+
+    // ---- Media player test -----------------------------------------------------------
+    MAPI_BOOL OnEvent_MediaPlayer(void* p1, void* p2, void* p3);
+
+private:
+    static const MSGMAP_ENTRY s_messageEntries[];
+    static const MSGMAP s_messageMap;
+};

@@ -1,0 +1,15 @@
+// Log masks of the factory module: module 0x2000 in the high word, a level bit low.
+#pragma once
+
+#include "TVManager.h"
+
+constexpr unsigned long long kFactoryModule = 0x2000ULL << 32;
+constexpr unsigned long long FACTORY_LOG_ERROR = kFactoryModule | 2;  // server thread failures
+constexpr unsigned long long FACTORY_LOG_TRACE = kFactoryModule | 4;  // function entry
+constexpr unsigned long long FACTORY_LOG_WS = kFactoryModule | 8;     // WebSocket traces
+constexpr unsigned long long FACTORY_LOG_INFO = kFactoryModule | 32;  // ordinary information
+
+#define FACTORY_LOG(mask, ...) TVManager::printMsg((mask), __VA_ARGS__)
+// Function-entry trace: the full signature and the source line.
+#define FACTORY_TRACE() \
+    TVManager::printMsg(FACTORY_LOG_TRACE, "%s[%d]", __PRETTY_FUNCTION__, __LINE__)

@@ -1,0 +1,8 @@
+#include "FactoryLog.h"
+#include "FactoryManager.h"
+
+// These pages are not in this build yet; each handler says so in the log.
+
+MAPI_BOOL FactoryManager::OnEvent_AudioAudysseyADV(void*, void*, void*) {
+    return NotBuiltYet("OnEvent_AudioAudysseyADV");
+}

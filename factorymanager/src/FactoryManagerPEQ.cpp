@@ -1,0 +1,6 @@
+#include "FactoryLog.h"
+#include "FactoryManager.h"
+
+// These pages are not in this build yet; each handler says so in the log.
+
+MAPI_BOOL FactoryManager::OnEvent_PEQ(void*, void*, void*) { return NotBuiltYet("OnEvent_PEQ"); }

@@ -1,0 +1,8 @@
+#include "FactoryLog.h"
+#include "FactoryManager.h"
+
+// These pages are not in this build yet; each handler says so in the log.
+
+MAPI_BOOL FactoryManager::OnTimer_TunerInfo(void*, void*, void*) {
+    return NotBuiltYet("OnTimer_TunerInfo");
+}

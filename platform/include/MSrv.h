@@ -1,0 +1,13 @@
+// Base of the platform's middleware services.
+#pragma once
+
+#include "MTypes.h"
+
+class MEvtHandle;
+
+class MSrv {
+public:
+    virtual ~MSrv() = default;
+    // From now on the service's events reach the recipient's message map.
+    MAPI_BOOL AddEventRecipient(MEvtHandle* recipient);
+};

@@ -1,0 +1,95 @@
+#include "SimJournal.h"
+
+#include <cstdio>
+
+namespace sim {
+
+std::string JsonQuote(const std::string& text) {
+    std::string out = "\"";
+    for (unsigned char c : text) {
+        switch (c) {
+            case '"':
+                out += "\\\"";
+                break;
+            case '\\':
+                out += "\\\\";
+                break;
+            case '\n':
+                out += "\\n";
+                break;
+            case '\r':
+                out += "\\r";
+                break;
+            case '\t':
+                out += "\\t";
+                break;
+            default:
+                if (c < 0x20) {
+                    char buf[8];
+                    std::snprintf(buf, sizeof(buf), "\\u%04x", c);
+                    out += buf;
+                } else {
+                    out += static_cast<char>(c);
+                }
+        }
+    }
+    return out + "\"";
+}
+
+void Journal::Call(uint64_t tMs, const std::string& fn, const ArgList& args) {
+    Add({tMs, "call", fn, args.Json(), 0});
+}
+
+void Journal::Log(uint64_t tMs, unsigned long long mask, const std::string& text) {
+    Add({tMs, "log", "", text, mask});
+}
+
+void Journal::Add(JournalEntry entry) {
+    Sink sink;
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        m_entries.push_back(entry);
+        sink = m_sink;
+    }
+    if (sink) {
+        sink(entry);
+    }
+}
+
+std::vector<JournalEntry> Journal::Entries() const {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    return m_entries;
+}
+
+std::vector<JournalEntry> Journal::Calls(const std::string& fn) const {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    std::vector<JournalEntry> out;
+    for (const auto& e : m_entries) {
+        if (e.kind == "call" && e.fn == fn) {
+            out.push_back(e);
+        }
+    }
+    return out;
+}
+
+bool Journal::HasLog(const std::string& text) const {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    for (const auto& e : m_entries) {
+        if (e.kind == "log" && e.args.find(text) != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void Journal::Clear() {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_entries.clear();
+}
+
+void Journal::SetSink(Sink sink) {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_sink = std::move(sink);
+}
+
+}  // namespace sim

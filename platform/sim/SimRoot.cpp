@@ -1,0 +1,156 @@
+#include "SimRoot.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace sim {
+
+Root::Root(const std::string& folder) {
+    if (folder.empty()) {
+        std::string pattern = (fs::temp_directory_path() / "factory-set-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            throw std::runtime_error("cannot create a temporary root folder");
+        }
+        m_folder = pattern;
+        m_temporary = true;
+    } else {
+        fs::create_directories(folder);
+        m_folder = fs::canonical(folder);
+    }
+    for (const char* dir : {"ciplus", "OAD", "Customer", "applications", "tmp"}) {
+        fs::create_directories(m_folder / dir);
+    }
+}
+
+std::string Root::Map(const std::string& tvPath) const {
+    // Resolve "." and ".." within the set's own tree, so the result stays inside.
+    std::vector<std::string> parts;
+    std::istringstream in(tvPath);
+    std::string part;
+    while (std::getline(in, part, '/')) {
+        if (part.empty() || part == ".") {
+            continue;
+        }
+        if (part == "..") {
+            if (!parts.empty()) {
+                parts.pop_back();
+            }
+            continue;
+        }
+        parts.push_back(part);
+    }
+    fs::path out = m_folder;
+    for (const auto& p : parts) {
+        out /= p;
+    }
+    std::string text = out.string();
+    if (!tvPath.empty() && tvPath.back() == '/' && !parts.empty()) {
+        text += '/';
+    }
+    return text;
+}
+
+void Root::WriteFile(const std::string& tvPath, const std::string& bytes) const {
+    const fs::path host = Map(tvPath);
+    fs::create_directories(host.parent_path());
+    std::ofstream out(host, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string Root::ReadFile(const std::string& tvPath) const {
+    std::ifstream in(Map(tvPath), std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
+
+bool Root::Exists(const std::string& tvPath) const {
+    std::error_code ec;
+    return fs::exists(Map(tvPath), ec);
+}
+
+namespace {
+std::vector<std::string> Words(const std::string& line) {
+    std::istringstream in(line);
+    std::vector<std::string> words;
+    std::string w;
+    while (in >> w) {
+        words.push_back(w);
+    }
+    return words;
+}
+}  // namespace
+
+bool Root::RunCommand(const std::string& line) const {
+    const std::vector<std::string> w = Words(line);
+    std::error_code ec;
+    if (w.empty()) {
+        return false;
+    }
+    if (w[0] == "sync" && w.size() == 1) {
+        return true;
+    }
+    if (w[0] == "rm" && w.size() >= 3 && (w[1] == "-f" || w[1] == "-rf")) {
+        for (size_t i = 2; i < w.size(); ++i) {
+            const std::string& target = w[i];
+            const bool contents =
+                target.size() >= 2 && target.compare(target.size() - 2, 2, "/*") == 0;
+            if (contents) {
+                if (w[1] != "-rf") {
+                    return false;
+                }
+                const fs::path dir = Map(target.substr(0, target.size() - 2));
+                if (fs::is_directory(dir, ec)) {
+                    for (const auto& entry : fs::directory_iterator(dir, ec)) {
+                        fs::remove_all(entry.path(), ec);
+                    }
+                }
+            } else if (target.find('*') != std::string::npos) {
+                return false;
+            } else if (w[1] == "-rf") {
+                fs::remove_all(Map(target), ec);
+            } else if (!fs::is_directory(Map(target), ec)) {
+                fs::remove(Map(target), ec);
+            }
+        }
+        return true;
+    }
+    if (w[0] == "touch" && w.size() >= 2) {
+        for (size_t i = 1; i < w.size(); ++i) {
+            const fs::path p = Map(w[i]);
+            if (!fs::exists(p, ec)) {
+                fs::create_directories(p.parent_path(), ec);
+                std::ofstream touch(p, std::ios::app);
+            }
+        }
+        return true;
+    }
+    if (w[0] == "chmod" && w.size() == 3) {
+        char* end = nullptr;
+        const long mode = std::strtol(w[1].c_str(), &end, 8);
+        if (end == nullptr || *end != '\0' || !fs::exists(Map(w[2]), ec)) {
+            return false;
+        }
+        fs::permissions(Map(w[2]), static_cast<fs::perms>(mode) & fs::perms::mask, ec);
+        return !ec;
+    }
+    if (w[0] == "cp" && w.size() == 3) {
+        fs::copy_file(Map(w[1]), Map(w[2]), fs::copy_options::overwrite_existing, ec);
+        return !ec;
+    }
+    return false;
+}
+
+void Root::Remove() {
+    if (m_temporary) {
+        std::error_code ec;
+        fs::remove_all(m_folder, ec);
+    }
+}
+
+}  // namespace sim

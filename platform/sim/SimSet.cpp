@@ -1,0 +1,97 @@
+#include "SimSet.h"
+
+#include "FactoryManager.h"
+#include "MSrv_Control.h"
+#include "MSrv_Factory_Cmd.h"
+
+namespace sim {
+
+Set& Set::Instance() {
+    static Set set;
+    return set;
+}
+
+Set::Set() { Reset(); }
+
+Set::~Set() { Shutdown(); }
+
+void Set::DestroyManager() {
+    if (m_manager != nullptr) {
+        // Stop delivering before the object goes, as the host must.
+        m_recipients.clear();
+        delete m_manager;
+        m_manager = nullptr;
+    }
+}
+
+void Set::Reset(const Options& options) {
+    DestroyManager();
+    if (m_loop) {
+        m_loop->Stop();
+    }
+    {
+        std::lock_guard<std::mutex> lock(m_areaMutex);
+        m_areas.clear();
+    }
+    if (m_root) {
+        m_root->Remove();
+    }
+    m_options = options;
+    m_recipients.clear();
+    m_journal.Clear();
+    m_clock = std::make_unique<Clock>(options.time);
+    m_loop = std::make_unique<EventLoop>(*m_clock);
+    m_root = std::make_unique<Root>(options.rootFolder);
+    // A fresh set is a freshly loaded library: its process-wide values start over.
+    g_pFactoryListener = nullptr;
+    FactoryManager::m_bIsFactoryEnabled = 0;
+    FactoryManager::m_isFactoryUiLoaded = 0;
+    FactoryManager::m_stContext = nullptr;
+    FactoryManager::u16Times = 0;
+    if (options.time == TimeMode::Real) {
+        m_loop->Start();
+    }
+}
+
+void Set::Shutdown() {
+    if (m_loop) {
+        m_loop->Stop();
+    }
+    DestroyManager();
+    {
+        std::lock_guard<std::mutex> lock(m_areaMutex);
+        m_areas.clear();
+    }
+    if (m_root) {
+        m_root->Remove();
+    }
+}
+
+FactoryManager* Set::Manager() {
+    if (m_manager == nullptr) {
+        m_manager = new FactoryManager();
+    }
+    return m_manager;
+}
+
+void Set::PostFactoryEvent(unsigned int id, uintptr_t p1, uintptr_t p2, uintptr_t p3) {
+    // The recipients are read on the event thread, where they are registered.
+    m_loop->Invoke([this, id, p1, p2, p3] {
+        MSrv* service = MSrv_Control::GetInstance()->GetMSrvFactoryCmd();
+        for (MEvtHandle* recipient : Recipients(service)) {
+            recipient->OnEvent(id, reinterpret_cast<void*>(p1), reinterpret_cast<void*>(p2),
+                               reinterpret_cast<void*>(p3));
+        }
+    });
+}
+
+void Set::AddRecipient(MSrv* service, MEvtHandle* recipient) {
+    m_recipients[service].push_back(recipient);
+}
+
+std::vector<MEvtHandle*> Set::Recipients(MSrv* service) const {
+    auto it = m_recipients.find(service);
+    return it == m_recipients.end() ? std::vector<MEvtHandle*>{} : it->second;
+}
+
+}  // namespace sim

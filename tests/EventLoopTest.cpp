@@ -1,0 +1,105 @@
+// The simulated event framework: delivery through a message map and the timer
+// service, in virtual time.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "MEvtHandle.h"
+#include "SimSet.h"
+
+namespace {
+
+// A small handler with a map of its own, to watch what the framework delivers.
+class Recorder : public MEvtHandle {
+public:
+    const MSGMAP* GetMessageMap() const override { return &s_map; }
+    MAPI_BOOL OnTick(void*, void* id, void*) {
+        ticks.push_back({static_cast<unsigned long>(reinterpret_cast<uintptr_t>(id)),
+                         sim::Set::Instance().NowMs()});
+        return 1;
+    }
+    struct Tick {
+        unsigned long id;
+        uint64_t atMs;
+        bool operator==(const Tick& o) const { return id == o.id && atMs == o.atMs; }
+    };
+    std::vector<Tick> ticks;
+
+private:
+    static const MSGMAP_ENTRY s_entries[];
+    static const MSGMAP s_map;
+};
+
+const MSGMAP_ENTRY Recorder::s_entries[] = {
+    {24, 0, 1, 1, 0, static_cast<PMSG_HANDLER>(&Recorder::OnTick)},
+    {24, 0, 2, 2, 0, static_cast<PMSG_HANDLER>(&Recorder::OnTick)},
+    {0, 0, 0, 0, 0, nullptr},
+};
+const MSGMAP Recorder::s_map = {&MEvtHandle::GetThisMessageMap, &Recorder::s_entries[0]};
+
+class EventLoopTest : public ::testing::Test {
+protected:
+    void SetUp() override { sim::Set::Instance().Reset(); }
+    void TearDown() override { sim::Set::Instance().Shutdown(); }
+    void Advance(uint64_t ms) { sim::Set::Instance().Advance(ms); }
+    Recorder rec;
+};
+
+using Tick = Recorder::Tick;
+
+TEST_F(EventLoopTest, OneShotFiresOnceAtItsPeriod) {
+    rec.SetTimer(2000, 1, E_TIMER_ONESHOT);
+    Advance(1999);
+    EXPECT_TRUE(rec.ticks.empty());
+    Advance(1);
+    Advance(10000);
+    EXPECT_EQ(rec.ticks, (std::vector<Tick>{{1, 2000}}));
+}
+
+TEST_F(EventLoopTest, RepeatingFiresEveryPeriodUntilKilled) {
+    rec.SetTimer(1000, 2, E_TIMER_REPEAT);
+    Advance(3500);
+    rec.KillTimer(2);
+    Advance(5000);
+    EXPECT_EQ(rec.ticks, (std::vector<Tick>{{2, 1000}, {2, 2000}, {2, 3000}}));
+}
+
+// Two events 1 s apart each kill and re-arm: one timer, running from the second.
+TEST_F(EventLoopTest, KillThenSetRestartsThePeriod) {
+    rec.KillTimer(1);
+    rec.SetTimer(2000, 1, E_TIMER_ONESHOT);
+    Advance(1000);
+    rec.KillTimer(1);
+    rec.SetTimer(2000, 1, E_TIMER_ONESHOT);
+    EXPECT_EQ(sim::Set::Instance().Loop().Timers().size(), 1u);
+    Advance(5000);
+    EXPECT_EQ(rec.ticks, (std::vector<Tick>{{1, 3000}}));
+}
+
+TEST_F(EventLoopTest, TicksOfSeveralTimersArriveInTimeOrder) {
+    rec.SetTimer(300, 1, E_TIMER_REPEAT);
+    rec.SetTimer(500, 2, E_TIMER_ONESHOT);
+    Advance(1000);
+    EXPECT_EQ(rec.ticks, (std::vector<Tick>{{1, 300}, {2, 500}, {1, 600}, {1, 900}}));
+}
+
+TEST_F(EventLoopTest, KillingATimerThatIsNotArmedIsHarmless) {
+    rec.KillTimer(2);
+    Advance(1000);
+    EXPECT_TRUE(rec.ticks.empty());
+}
+
+TEST_F(EventLoopTest, ADestroyedHandlerGetsNoMoreTicks) {
+    auto* gone = new Recorder;
+    gone->SetTimer(100, 1, E_TIMER_REPEAT);
+    delete gone;
+    Advance(1000);
+    EXPECT_TRUE(sim::Set::Instance().Loop().Timers().empty());
+}
+
+TEST_F(EventLoopTest, AWaitInsideAHandlerMovesTheClockWithoutDelivering) {
+    sim::Set::Instance().GetClock().Sleep(2'000'000'000ULL);
+    EXPECT_EQ(sim::Set::Instance().NowMs(), 2000u);
+}
+
+}  // namespace
