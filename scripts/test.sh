@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Builds everything and runs all tests.
+#   scripts/test.sh                                  normal build in build/
+#   scripts/test.sh --sanitize address,undefined     the same with ASan and UBSan in build-address-undefined/
+#   scripts/test.sh --sanitize thread --tests REGEX  ThreadSanitizer, only the matching tests
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+sanitize=""
+tests=""
+while [ $# -gt 0 ]; do
+  case "$1" in
+    --sanitize) sanitize="$2"; shift 2 ;;
+    --tests) tests="$2"; shift 2 ;;
+    *) echo "usage: $0 [--sanitize LIST] [--tests REGEX]" >&2; exit 2 ;;
+  esac
+done
+
+"$root/scripts/install-deps.sh"
+
+build="$root/build"
+[ -n "$sanitize" ] && build="$root/build-${sanitize//,/-}"
+cmake -S "$root" -B "$build" -G Ninja -DVQ27_SANITIZE="$sanitize" >/dev/null
+cmake --build "$build" -j2
+
+export ASAN_OPTIONS="${ASAN_OPTIONS:-abort_on_error=0:detect_leaks=1}"
+[ -f "$root/tests/lsan.supp" ] && export LSAN_OPTIONS="suppressions=$root/tests/lsan.supp:print_suppressions=0"
+[ -f "$root/tests/tsan.supp" ] && export TSAN_OPTIONS="suppressions=$root/tests/tsan.supp:halt_on_error=1"
+args=(--test-dir "$build" --output-on-failure -j2)
+[ -n "$tests" ] && args+=(-R "$tests")
+ctest "${args[@]}"
