@@ -10,6 +10,8 @@
 #include <json-c/json.h>
 #include <libwebsockets.h>
 
+#include <unistd.h>
+
 #include <condition_variable>
 #include <cstdint>
 #include <cstring>
@@ -333,12 +335,19 @@ int callback_http(lws* wsi, lws_callback_reasons reason, void* user, void* in, s
             FACTORY_LOG(FACTORY_LOG_INFO, "serving HTTP URI %s", uri ? uri : "(null)");
             const bool favicon = uri != nullptr && std::strcmp(uri, "/favicon.ico") == 0;
             const std::string file = TvHost_Path(favicon ? "/favicon.ico" : "/test.html");
-            const int n = lws_serve_http_file(wsi, file.c_str(),
-                                              favicon ? "image/x-icon" : "text/html", nullptr, 0);
+            // libwebsockets answers a missing file with a 404 but no error, so look first.
+            const bool readable = access(file.c_str(), R_OK) == 0;
+            const int n =
+                readable ? lws_serve_http_file(wsi, file.c_str(),
+                                               favicon ? "image/x-icon" : "text/html", nullptr, 0)
+                         : -1;
             if (n < 0) {
                 FACTORY_LOG(FACTORY_LOG_INFO,
                             favicon ? "Failed to send favicon" : "Failed to send HTTP file");
-                // The 404 is out; close rather than leave the client waiting.
+                if (!readable) {
+                    lws_return_http_status(wsi, HTTP_STATUS_NOT_FOUND, nullptr);
+                }
+                // Close rather than leave the client waiting.
                 return -1;
             }
             if (n > 0 && lws_http_transaction_completed(wsi)) {
