@@ -118,6 +118,8 @@ struct StatusPage {
     std::vector<unsigned long> codes;
 };
 
+void PrintTo(const StatusPage& page, std::ostream* out) { *out << "status " << page.status; }
+
 class KeyWritingPageTest : public UiNotifyTest, public ::testing::WithParamInterface<StatusPage> {};
 
 TEST_P(KeyWritingPageTest, LoadsItsPageAndTellsTheHost) {

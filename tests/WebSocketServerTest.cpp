@@ -68,6 +68,8 @@ struct IgnoredInput {
     const char* logged;  // a line the server writes about it, or null for silence
 };
 
+void PrintTo(const IgnoredInput& input, std::ostream* out) { *out << input.name; }
+
 class WebSocketIgnoredInputTest : public WebSocketServerTest,
                                   public ::testing::WithParamInterface<IgnoredInput> {};
 

@@ -183,29 +183,37 @@ private:
             m_early.erase(m_early.begin());
             return true;
         }
-        if (m_buffer.size() < 2) {
+        // Frames are taken from m_start on; the consumed front is dropped in bulk.
+        const std::string& b = m_buffer;
+        const size_t avail = b.size() - m_start;
+        if (avail < 2) {
             return false;
         }
-        const uint8_t op = static_cast<uint8_t>(m_buffer[0]) & 0x0F;
-        uint64_t length = static_cast<uint8_t>(m_buffer[1]) & 0x7F;
+        const uint8_t op = static_cast<uint8_t>(b[m_start]) & 0x0F;
+        uint64_t length = static_cast<uint8_t>(b[m_start + 1]) & 0x7F;
         size_t header = 2;
         if (length == 126) {
-            if (m_buffer.size() < 4) return false;
-            length = (static_cast<uint8_t>(m_buffer[2]) << 8) | static_cast<uint8_t>(m_buffer[3]);
+            if (avail < 4) return false;
+            length =
+                (static_cast<uint8_t>(b[m_start + 2]) << 8) | static_cast<uint8_t>(b[m_start + 3]);
             header = 4;
         } else if (length == 127) {
-            if (m_buffer.size() < 10) return false;
+            if (avail < 10) return false;
             length = 0;
-            for (int i = 2; i < 10; ++i) {
-                length = (length << 8) | static_cast<uint8_t>(m_buffer[i]);
+            for (size_t i = 2; i < 10; ++i) {
+                length = (length << 8) | static_cast<uint8_t>(b[m_start + i]);
             }
             header = 10;
         }
-        if (m_buffer.size() < header + length) {
+        if (avail < header + length) {
             return false;
         }
-        std::string payload = m_buffer.substr(header, length);
-        m_buffer.erase(0, header + length);
+        std::string payload = b.substr(m_start + header, length);
+        m_start += header + length;
+        if (m_start == m_buffer.size() || m_start > 65536) {
+            m_buffer.erase(0, m_start);
+            m_start = 0;
+        }
         if (op == 0x1) {
             text = payload;
         } else if (op == 0xA) {
@@ -218,6 +226,7 @@ private:
 
     int m_fd = -1;
     std::string m_buffer;
+    size_t m_start = 0;
     std::vector<std::string> m_early;
     bool m_closed = false;
     bool m_pong = false;

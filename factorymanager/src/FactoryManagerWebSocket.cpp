@@ -154,35 +154,69 @@ void Enqueue(lws* wsi, Frame frame, bool front = false) {
     lws_callback_on_writable(wsi);
 }
 
-// Sends the next queued frame; one write per writeable callback.
-int SendNext(lws* wsi) {
+// Appends one unmasked server-to-page text frame (RFC 6455) to the buffer.
+void AppendTextFrame(std::vector<unsigned char>& out, const std::string& text) {
+    const uint64_t size = text.size();
+    out.push_back(0x81);  // FIN, text
+    if (size < 126) {
+        out.push_back(static_cast<unsigned char>(size));
+    } else if (size < 65536) {
+        out.push_back(126);
+        out.push_back(static_cast<unsigned char>(size >> 8));
+        out.push_back(static_cast<unsigned char>(size));
+    } else {
+        out.push_back(127);
+        for (int shift = 56; shift >= 0; shift -= 8) {
+            out.push_back(static_cast<unsigned char>(size >> shift));
+        }
+    }
+    out.insert(out.end(), text.begin(), text.end());
+}
+
+// Sends what is queued for a connection. Frames waiting together go out in one
+// write (each still its own frame), so a burst of notifications to several pages
+// costs one system call per page rather than one per message.
+int SendQueued(lws* wsi) {
+    constexpr size_t kBytesPerTurn = 64 * 1024;
     Server& server = TheServer();
-    Frame frame;
-    bool more = false;
+    std::deque<Frame> frames;
     {
         std::lock_guard<std::mutex> lock(server.mutex);
         auto it = server.connections.find(wsi);
-        if (it == server.connections.end() || it->second.outbox.empty()) {
+        if (it == server.connections.end()) {
             return 0;
         }
-        frame = std::move(it->second.outbox.front());
-        it->second.outbox.pop_front();
-        more = !it->second.outbox.empty();
+        std::deque<Frame>& outbox = it->second.outbox;
+        size_t bytes = 0;
+        while (!outbox.empty() && (frames.empty() || bytes < kBytesPerTurn)) {
+            bytes += outbox.front().text.size();
+            frames.push_back(std::move(outbox.front()));
+            outbox.pop_front();
+        }
+        if (!outbox.empty()) {
+            lws_callback_on_writable(wsi);
+        }
     }
-    if (frame.broadcast) {
-        FACTORY_LOG(FACTORY_LOG_INFO, "broadcast: %s, tx len: %d", frame.text.c_str(),
-                    static_cast<int>(frame.text.size()));
+    if (frames.empty()) {
+        return 0;
     }
-    server.tx.resize(LWS_PRE + frame.text.size());
-    std::memcpy(server.tx.data() + LWS_PRE, frame.text.data(), frame.text.size());
-    const int written =
-        lws_write(wsi, server.tx.data() + LWS_PRE, frame.text.size(), LWS_WRITE_TEXT);
-    if (written < static_cast<int>(frame.text.size()) && frame.broadcast) {
+    bool broadcast = false;
+    server.tx.assign(LWS_PRE, 0);
+    for (const Frame& frame : frames) {
+        if (frame.broadcast) {
+            broadcast = true;
+            FACTORY_LOG(FACTORY_LOG_INFO, "broadcast: %s, tx len: %d", frame.text.c_str(),
+                        static_cast<int>(frame.text.size()));
+        }
+        AppendTextFrame(server.tx, frame.text);
+    }
+    const size_t size = server.tx.size() - LWS_PRE;
+    // The frames are complete, so they go out as they stand; libwebsockets keeps
+    // whatever the socket does not take at once and sends it before anything else.
+    const int written = lws_write(wsi, server.tx.data() + LWS_PRE, size, LWS_WRITE_RAW);
+    if (written < static_cast<int>(size) && broadcast) {
         FACTORY_LOG(FACTORY_LOG_INFO, "ERROR writing to socket");
         return 1;
-    }
-    if (more) {
-        lws_callback_on_writable(wsi);
     }
     return 0;
 }
@@ -270,7 +304,8 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
         server.connections.erase(wsi);
         teardown = server.destroying;
     }
-    if (!FactoryManager::GetFactoryModeState()) {
+    // The mode flag itself: its getter would trace every callback a second time.
+    if (!FactoryManager::m_bIsFactoryEnabled) {
         if (reason == LWS_CALLBACK_SERVER_WRITEABLE) {
             // What was queued is ignored, like any traffic while the mode is off.
             std::lock_guard<std::mutex> lock(server.mutex);
@@ -317,7 +352,7 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
             return 0;
         }
         case LWS_CALLBACK_SERVER_WRITEABLE:
-            return SendNext(wsi);
+            return SendQueued(wsi);
         case LWS_CALLBACK_FILTER_PROTOCOL_CONNECTION:
             DumpHandshake(wsi);
             return 0;
