@@ -4,6 +4,8 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
+#include <string>
 
 #include "FactoryATCmdVersion.h"
 #include "MEvtHandle.h"
@@ -16,6 +18,7 @@ typedef struct _IDirectFB IDirectFB;
 struct _IDirectFBWindow;
 typedef struct _IDirectFBWindow IDirectFBWindow;
 struct lws_context;
+struct FactoryKeyIdentifier;
 
 // Host callback: (code, 0, 0); the return value is ignored.
 typedef unsigned char (*EventListener)(unsigned long code, void* p1, void* p2);
@@ -113,7 +116,39 @@ public:
     // ---- Version and identity readers --------------------------------------------
 
     // ---- Key data readers ----------------------------------------------------------
+    // Identities of the key files under /ciplus; "--" for a missing or empty file.
+    MAPI_BOOL FactoryLoadKeyRawData();
+    char* FactoryGetCIPlusSerialNumber();
+    char* FactoryGetCIPlusHostID();
+    char* FactoryGetHDCP20();
+    char* FactoryGetHDCP20_ReceiveID();
+    char* FactoryGetWidevineDeviceID();
+    char* FactoryGetNetflixESN();
+    char* FactoryGetDevID_DTCPIP();
+    char* FactoryGetPVR();
+    char* FactoryGetVudu();
+    MAPI_BOOL FactoryGetCIPlusURILicense(std::string& text);
 
+    // HMAC verdicts of the key files, set by FactoryLoadKeyRawData.
+    MAPI_U8 m_u8Hdcp2KeyHmacOk = 0;
+    MAPI_U8 m_u8WidevineKeyHmacOk = 0;
+    MAPI_U8 m_u8NetflixKeyHmacOk = 0;
+
+private:
+    char* ReadKeyIdentifier(char*& buffer, size_t size, const FactoryKeyIdentifier& source);
+    void FreeKeyDataBuffers();
+
+    char* m_pcCIPlusSerialNumber = nullptr;
+    char* m_pcCIPlusHostID = nullptr;
+    char* m_pcHDCP20 = nullptr;
+    char* m_pcHDCP20ReceiveID = nullptr;
+    char* m_pcWidevineDeviceID = nullptr;
+    char* m_pcNetflixESN = nullptr;
+    char* m_pcDevIDDTCPIP = nullptr;
+    char* m_pcPVR = nullptr;
+    char* m_pcVudu = nullptr;
+
+public:
     // ---- Information pages, serial log ---------------------------------------------
     MAPI_BOOL OnEvent_FactoryVersion(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryWifiDongleStatus(void* p1, void* p2, void* p3);

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "SimKeyData.h"
+
 namespace fs = std::filesystem;
 
 namespace sim {
@@ -25,6 +27,8 @@ Root::Root(const std::string& folder) {
     for (const char* dir : {"ciplus", "OAD", "Customer", "applications", "tmp"}) {
         fs::create_directories(m_folder / dir);
     }
+    // The factory wrote the key files before the set left the line.
+    InstallDemoKeyFiles(m_folder);
 }
 
 std::string Root::Map(const std::string& tvPath) const {
