@@ -14,7 +14,7 @@
 
 namespace {
 
-using Reader = char* (FactoryManager::*)();
+using Reader = const char* (FactoryManager::*)();
 
 class KeyDataTest : public SetTest {
 protected:
@@ -106,10 +106,10 @@ INSTANTIATE_TEST_SUITE_P(AllReaders, KeyReaderTest,
                          BadPathCaseName);
 
 TEST_F(KeyDataTest, ReaderReusesItsBufferAndClearsTheOldValue) {
-    char* first = Fm().FactoryGetNetflixESN();
+    const char* first = Fm().FactoryGetNetflixESN();
     ASSERT_NE(first, nullptr);
     RemoveKey("nfxkey.bin");
-    char* second = Fm().FactoryGetNetflixESN();
+    const char* second = Fm().FactoryGetNetflixESN();
     EXPECT_EQ(second, first);
     EXPECT_STREQ(second, "--");
     for (int i = 2; i < 33; ++i) {
@@ -147,7 +147,7 @@ TEST_F(KeyDataTest, WidevineKeyFileGatesWidevineAndDtcpIp) {
 
 TEST_F(KeyDataTest, CharacterIdentifiersAreCopiedByteForByte) {
     WriteKey("widevine.bin", 92, 76, std::string("AB\x01\x7F", 4) + "CDEFGHIJKLMN");
-    char* id = Fm().FactoryGetWidevineDeviceID();
+    const char* id = Fm().FactoryGetWidevineDeviceID();
     ASSERT_NE(id, nullptr);
     EXPECT_EQ(std::string(id, 16), std::string("AB\x01\x7F", 4) + "CDEFGHIJKLMN");
     EXPECT_EQ(id[16], '\0');

@@ -114,19 +114,124 @@ public:
     MAPI_BOOL OnTimer_ReleaseAT_Cmd(void* p1, void* p2, void* p3);
 
     // ---- Version and identity readers --------------------------------------------
+    // Each string reader returns its own buffer, rewritten on every call (the DPDD
+    // and DIAL readers share one), or null when the buffer cannot be allocated.
+    const char* FactoryGetTVModel();
+    const char* FactoryGetTVModelId();
+    const char* FactoryGetZYTAppVersion();
+    const char* FactoryGetSWVersion();
+    const char* FactoryGetMbootVersion();
+    const char* FactoryGetPQVersion();
+    const char* FactoryGetPQ2Version();
+    const char* FactoryGetPQ3Version();
+    const char* FactoryGetPQ4Version();
+    const char* FactoryGetFRCVersion();
+    const char* FactoryGetDPDDVersion();
+    const char* FactoryGetNeuSoftVersion();
+    const char* FactoryGetCESIVersion();
+    const char* FactoryGetIPRCVersion();
+    const char* FactoryGetIRBlasterDB();
+    const char* FactoryGetDIALVersion();
+    const char* FactoryGetASF_Version();
+    MAPI_U32 ASF_GetVersion();
+    const char* FactoryGetChDBVersion();
+    const char* FactoryGetMainBoardTemp();
+    const char* FactoryGetODTable();
+    const char* FactoryGetSerialNo();
+    const char* FactoryGetMACAddress();
+    const char* FactoryGetWLANMACAddress();
+    const char* FactoryGetPOT();
+    const char* FactoryGetAST();
+    const char* FactoryGetDLNACheck();
+    // Null also when the current source has no player.
+    const char* FactoryGetMainFormat();
 
+    // Status readers: 1 good, 0 not (the VGA EDID reader also 2, written but unknown).
+    MAPI_U8 FactoryGetADAdjustPALStatus();
+    MAPI_U8 FactoryGetADAdjustNTSCStatus();
+    MAPI_U8 FactoryGetADAdjustCOMPStatus();
+    MAPI_U8 FactoryGetADAdjustRGBStatus();
+    MAPI_U8 FactoryGetADAdjustCVBSStatus();
+    MAPI_U8 FactoryGetEDIDVGA();
+    MAPI_U8 FactoryGetEDIDHDMI1();
+    MAPI_U8 FactoryGetEDIDHDMI2();
+    MAPI_U8 FactoryGetEDIDHDMI3();
+    MAPI_U8 FactoryGetEDIDHDMI4();
+    MAPI_U8 FactoryGetWriteProtect();
+    MAPI_U8 has4KDemoData();
+
+    // Readers of the four-panel products; here they return an empty text so that
+    // every product answers the same AT commands.
+    const char* FactoryGetREVICVersion();
+    const char* FactoryGetARMVersion();
+    const char* FactoryGetCRISCVersion();
+    const char* FactoryGetBRISCVersion();
+    const char* FactoryGetFPGAVersion();
+    const char* FactoryGetBootLoaderVersion();
+    const char* FactoryGetUSBConnect();
+    const char* FactoryGetRevicMemory();
+    const char* FactoryGetRevicCtrl();
+    const char* FactoryGetRevicPQVersion();
+    const char* FactoryGetInformation();
+    const char* FactoryGetGPIOConnect();
+    const char* FactoryGetUniformityData();
+    const char* FactoryGetRevicLD_DATA();
+
+private:
+    // Allocates the buffer on first use and zeroes it; null when out of memory.
+    static char* ReaderBuffer(char*& buffer, unsigned int size);
+    // Copies a platform text into a reader buffer, cut to fit.
+    const char* ReaderCopy(char*& buffer, unsigned int size, const char* text);
+    const char* ReaderVersionRecordField(char*& buffer, unsigned int size, unsigned int offset);
+    const char* ReaderCounter(char*& buffer, unsigned short firstItem);
+    MAPI_U8 ReaderFactoryData(unsigned short item);
+    MAPI_U8 ReaderHdmiEdid(MAPI_U8 port);
+    const char* FourPanelStub(const char* reader);
+    // Frees the reader buffers in declared order (destructor).
+    void FreeVersionReaderBuffers();
+
+    char* m_pszTVModel = nullptr;
+    char* m_pszTVModelId = nullptr;
+    char* m_pszZYTAppVersion = nullptr;
+    char* m_pszSWVersion = nullptr;
+    char* m_pszMbootVersion = nullptr;
+    char* m_pszPQVersion = nullptr;
+    char* m_pszPQ2Version = nullptr;
+    char* m_pszPQ3Version = nullptr;
+    char* m_pszPQ4Version = nullptr;
+    char* m_pszFRCVersion = nullptr;
+    char* m_pszDPDDDIALVersion = nullptr;  // shared by the DPDD and DIAL readers
+    char* m_pszNeuSoftVersion = nullptr;
+    char* m_pszCESIVersion = nullptr;
+    char* m_pszIPRCVersion = nullptr;
+    char* m_pszIRBlasterDB = nullptr;
+    char* m_pszASFVersion = nullptr;
+    char* m_pszChDBVersion = nullptr;
+    char* m_pszMainBoardTemp = nullptr;
+    char* m_pszODTable = nullptr;
+    char* m_pszSerialNo = nullptr;
+    char* m_pszMACAddress = nullptr;
+    char* m_pszWLANMACAddress = nullptr;
+    char* m_pszPOT = nullptr;
+    char* m_pszAST = nullptr;
+    char* m_pszDLNACheck = nullptr;
+    char* m_pszMainFormat = nullptr;
+    char m_szFourPanelStub[51] = {};
+    static char* FactoryManager::*const s_versionReaderBuffers[];
+
+public:
     // ---- Key data readers ----------------------------------------------------------
     // Identities of the key files under /ciplus; "--" for a missing or empty file.
     MAPI_BOOL FactoryLoadKeyRawData();
-    char* FactoryGetCIPlusSerialNumber();
-    char* FactoryGetCIPlusHostID();
-    char* FactoryGetHDCP20();
-    char* FactoryGetHDCP20_ReceiveID();
-    char* FactoryGetWidevineDeviceID();
-    char* FactoryGetNetflixESN();
-    char* FactoryGetDevID_DTCPIP();
-    char* FactoryGetPVR();
-    char* FactoryGetVudu();
+    const char* FactoryGetCIPlusSerialNumber();
+    const char* FactoryGetCIPlusHostID();
+    const char* FactoryGetHDCP20();
+    const char* FactoryGetHDCP20_ReceiveID();
+    const char* FactoryGetWidevineDeviceID();
+    const char* FactoryGetNetflixESN();
+    const char* FactoryGetDevID_DTCPIP();
+    const char* FactoryGetPVR();
+    const char* FactoryGetVudu();
     MAPI_BOOL FactoryGetCIPlusURILicense(std::string& text);
 
     // HMAC verdicts of the key files, set by FactoryLoadKeyRawData.
@@ -135,7 +240,7 @@ public:
     MAPI_U8 m_u8NetflixKeyHmacOk = 0;
 
 private:
-    char* ReadKeyIdentifier(char*& buffer, size_t size, const FactoryKeyIdentifier& source);
+    const char* ReadKeyIdentifier(char*& buffer, size_t size, const FactoryKeyIdentifier& source);
     void FreeKeyDataBuffers();
 
     char* m_pcCIPlusSerialNumber = nullptr;

@@ -43,7 +43,7 @@ bool KeyFilePresent(const char* tvPath) {
 }
 
 // Zeroed on every call, made on first use; null when there is no memory.
-char* ReaderBuffer(char*& buffer, size_t size) {
+char* KeyReaderBuffer(char*& buffer, size_t size) {
     if (buffer == nullptr) {
         buffer = new (std::nothrow) char[size];
     }
@@ -100,9 +100,9 @@ const Source kDTCPIPDeviceID {kWidevineKeyFile, "/ciplus/dipkey.bin", 60, 5, Sou
 
 }  // namespace
 
-char* FactoryManager::ReadKeyIdentifier(char*& buffer, size_t size,
-                                        const FactoryKeyIdentifier& source) {
-    if (ReaderBuffer(buffer, size) == nullptr) {
+const char* FactoryManager::ReadKeyIdentifier(char*& buffer, size_t size,
+                                              const FactoryKeyIdentifier& source) {
+    if (KeyReaderBuffer(buffer, size) == nullptr) {
         return nullptr;
     }
     unsigned char* block = new (std::nothrow) unsigned char[kKeyBlockSize];
@@ -186,29 +186,31 @@ MAPI_BOOL FactoryManager::FactoryLoadKeyRawData() {
     return 1;
 }
 
-char* FactoryManager::FactoryGetCIPlusSerialNumber() {
+const char* FactoryManager::FactoryGetCIPlusSerialNumber() {
     return ReadKeyIdentifier(m_pcCIPlusSerialNumber, 9, kCIPlusSerial);
 }
-char* FactoryManager::FactoryGetCIPlusHostID() {
+const char* FactoryManager::FactoryGetCIPlusHostID() {
     return ReadKeyIdentifier(m_pcCIPlusHostID, 17, kCIPlusHostID);
 }
-char* FactoryManager::FactoryGetHDCP20() { return ReadKeyIdentifier(m_pcHDCP20, 17, kHDCP20KeyID); }
-char* FactoryManager::FactoryGetHDCP20_ReceiveID() {
+const char* FactoryManager::FactoryGetHDCP20() {
+    return ReadKeyIdentifier(m_pcHDCP20, 17, kHDCP20KeyID);
+}
+const char* FactoryManager::FactoryGetHDCP20_ReceiveID() {
     return ReadKeyIdentifier(m_pcHDCP20ReceiveID, 17, kHDCP20Receiver);
 }
-char* FactoryManager::FactoryGetWidevineDeviceID() {
+const char* FactoryManager::FactoryGetWidevineDeviceID() {
     return ReadKeyIdentifier(m_pcWidevineDeviceID, 33, kWidevineID);
 }
-char* FactoryManager::FactoryGetNetflixESN() {
+const char* FactoryManager::FactoryGetNetflixESN() {
     return ReadKeyIdentifier(m_pcNetflixESN, 33, kNetflixESN);
 }
 // Ten hex digits and the terminator.
-char* FactoryManager::FactoryGetDevID_DTCPIP() {
+const char* FactoryManager::FactoryGetDevID_DTCPIP() {
     return ReadKeyIdentifier(m_pcDevIDDTCPIP, 11, kDTCPIPDeviceID);
 }
 
-char* FactoryManager::FactoryGetPVR() {
-    if (ReaderBuffer(m_pcPVR, 129) == nullptr) {
+const char* FactoryManager::FactoryGetPVR() {
+    if (KeyReaderBuffer(m_pcPVR, 129) == nullptr) {
         return nullptr;
     }
     unsigned char* block = new (std::nothrow) unsigned char[kKeyBlockSize];
@@ -237,7 +239,7 @@ char* FactoryManager::FactoryGetPVR() {
 }
 
 MAPI_BOOL FactoryManager::FactoryGetCIPlusURILicense(std::string& text) {
-    auto* dvb = dynamic_cast<MSrv_DTV_Player_DVB*>(MSrv_Control::GetInstance()->GetMSrvDtv());
+    MSrv_DTV_Player_DVB* dvb = MSrv_Control::GetInstance()->GetMSrvDtv();
     if (dvb == nullptr) {
         return 0;
     }

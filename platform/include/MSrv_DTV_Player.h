@@ -1,6 +1,6 @@
-// The platform's digital TV player, the base of the broadcast-specific players.
+// The platform's digital TV player.
 #pragma once
 
-#include "MSrv.h"
+#include "MSrv_Player.h"
 
-class MSrv_DTV_Player : public MSrv {};
+class MSrv_DTV_Player : public MSrv_Player {};

@@ -18,6 +18,8 @@ static_assert(sizeof(ST_CIPLUS_URI_LICENSE) == 7, "the player fills 7 bytes");
 
 class MSrv_DTV_Player_DVB : public MSrv_DTV_Player {
 public:
+    // Version of the TV software as known to over-air download.
+    MAPI_U32 OADGetTVversion();
     // 1 when the record was filled.
     MAPI_BOOL GetCCUriLicense(ST_CIPLUS_URI_LICENSE* record);
 };

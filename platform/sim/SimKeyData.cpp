@@ -15,7 +15,7 @@ MSrv_PreSharedKey* MSrv_Control::GetMSrvPreSharedKey() {
     return &service;
 }
 
-MSrv_DTV_Player* MSrv_Control::GetMSrvDtv() {
+MSrv_DTV_Player_DVB* MSrv_Control::GetMSrvDtv() {
     static MSrv_DTV_Player_DVB player;
     return Set::Instance().Get<sim::KeyDataState>().dtvPresent ? &player : nullptr;
 }
@@ -38,3 +38,7 @@ MAPI_BOOL MSrv_DTV_Player_DVB::GetCCUriLicense(ST_CIPLUS_URI_LICENSE* record) {
     }
     return state.uriResult;
 }
+
+// Stand-in for the players' simulation, which lives with the version readers;
+// it goes when that is merged here.
+MAPI_BOOL MSrv_Player::GetVideoInfo(ST_VIDEO_INFO*) { return 0; }
