@@ -10,6 +10,7 @@ class MSrv_Network;
 class MSrv_Player;
 class MSrv_SSSound;
 class MSrv_PreSharedKey;
+class MSrv_Factory_Mode;
 
 class MSrv_Control {
 public:
@@ -26,4 +27,5 @@ public:
     MSrv_Network* GetMSrvNetwork();
 
     MSrv_PreSharedKey* GetMSrvPreSharedKey();
+    MSrv_Factory_Mode* GetMSrvFactoryMode();
 };
