@@ -11,6 +11,7 @@
 #include "FactoryManager.h"
 #include "SetFixture.h"
 #include "SimKeyData.h"
+#include "SimPlayers.h"
 
 namespace {
 
@@ -220,7 +221,7 @@ TEST_F(KeyDataTest, UriFailureLeavesTheTextAlone) {
     EXPECT_EQ(Fm().FactoryGetCIPlusURILicense(text), 0);
     EXPECT_EQ(text, "unchanged");
     Tv().Get<sim::KeyDataState>().uriResult = 1;
-    Tv().Get<sim::KeyDataState>().dtvPresent = false;
+    Tv().Get<sim::PlayerState>().dtvPresent = false;
     EXPECT_EQ(Fm().FactoryGetCIPlusURILicense(text), 0);
     EXPECT_EQ(text, "unchanged");
     EXPECT_EQ(Journal().CountCalls("MSrv_DTV_Player_DVB::GetCCUriLicense"), 1u);

@@ -36,6 +36,7 @@ FactoryManager::FactoryManager() {
 }
 
 FactoryManager::~FactoryManager() {
+    FreeVersionReaderBuffers();
     FreeKeyDataBuffers();
     FACTORY_LOG(FACTORY_LOG_INFO, "FactoryManager destroyed");
 }

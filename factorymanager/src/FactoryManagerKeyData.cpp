@@ -42,17 +42,6 @@ bool KeyFilePresent(const char* tvPath) {
     return true;
 }
 
-// Zeroed on every call, made on first use; null when there is no memory.
-char* KeyReaderBuffer(char*& buffer, size_t size) {
-    if (buffer == nullptr) {
-        buffer = new (std::nothrow) char[size];
-    }
-    if (buffer != nullptr) {
-        std::memset(buffer, 0, size);
-    }
-    return buffer;
-}
-
 // IEEE 802.3 CRC-32, bitwise: small, and only sixteen bytes are ever fed to it.
 unsigned long Crc32(const unsigned char* data, size_t length) {
     unsigned long crc = 0xFFFFFFFFUL;
@@ -102,7 +91,7 @@ const Source kDTCPIPDeviceID {kWidevineKeyFile, "/ciplus/dipkey.bin", 60, 5, Sou
 
 const char* FactoryManager::ReadKeyIdentifier(char*& buffer, size_t size,
                                               const FactoryKeyIdentifier& source) {
-    if (KeyReaderBuffer(buffer, size) == nullptr) {
+    if (ReaderBuffer(buffer, static_cast<unsigned int>(size)) == nullptr) {
         return nullptr;
     }
     unsigned char* block = new (std::nothrow) unsigned char[kKeyBlockSize];
@@ -210,7 +199,7 @@ const char* FactoryManager::FactoryGetDevID_DTCPIP() {
 }
 
 const char* FactoryManager::FactoryGetPVR() {
-    if (KeyReaderBuffer(m_pcPVR, 129) == nullptr) {
+    if (ReaderBuffer(m_pcPVR, 129) == nullptr) {
         return nullptr;
     }
     unsigned char* block = new (std::nothrow) unsigned char[kKeyBlockSize];

@@ -15,11 +15,6 @@ MSrv_PreSharedKey* MSrv_Control::GetMSrvPreSharedKey() {
     return &service;
 }
 
-MSrv_DTV_Player_DVB* MSrv_Control::GetMSrvDtv() {
-    static MSrv_DTV_Player_DVB player;
-    return Set::Instance().Get<sim::KeyDataState>().dtvPresent ? &player : nullptr;
-}
-
 MAPI_BOOL MSrv_PreSharedKey::CheckHmac(const char* path) {
     const std::string tvPath = path ? path : "";
     std::error_code ec;
@@ -38,7 +33,3 @@ MAPI_BOOL MSrv_DTV_Player_DVB::GetCCUriLicense(ST_CIPLUS_URI_LICENSE* record) {
     }
     return state.uriResult;
 }
-
-// Stand-in for the players' simulation, which lives with the version readers;
-// it goes when that is merged here.
-MAPI_BOOL MSrv_Player::GetVideoInfo(ST_VIDEO_INFO*) { return 0; }

@@ -14,7 +14,6 @@ namespace sim {
 struct KeyDataState : Area {
     // TV paths whose HMAC check fails; any other existing file passes.
     std::set<std::string> hmacFailing;
-    bool dtvPresent = true;  // false: a set without a digital player
     MAPI_BOOL uriResult = 1;
     ST_CIPLUS_URI_LICENSE uri{};
 };
