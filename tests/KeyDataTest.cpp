@@ -12,6 +12,7 @@
 #include "SetFixture.h"
 #include "SimKeyData.h"
 #include "SimPlayers.h"
+#include "SimSystemInfo.h"
 
 namespace {
 
@@ -185,6 +186,18 @@ TEST_F(KeyDataTest, HmacFlagsFollowEachKeyFile) {
     EXPECT_EQ(Fm().m_u8WidevineKeyHmacOk, 0);
     EXPECT_EQ(Fm().m_u8NetflixKeyHmacOk, 0);
     EXPECT_EQ(Journal().CountCalls("MSrv_PreSharedKey::CheckHmac"), 2u);
+}
+
+TEST_F(KeyDataTest, VuduChassisFollowsTheFullModelId) {
+    const struct {
+        MAPI_U32 modelId;
+        const char* chassis;
+    } cases[] = {{50, "VQCH2S32"}, {73, "VQCU4L65"}, {49, ""}, {0x100 + 50, ""}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.modelId);
+        Tv().Get<sim::SystemInfoState>().modelId = c.modelId;
+        EXPECT_EQ(Read(&FactoryManager::FactoryGetVudu), c.chassis);
+    }
 }
 
 struct UriCase {

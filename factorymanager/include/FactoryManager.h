@@ -113,6 +113,14 @@ public:
     MAPI_BOOL OnEvent_TeletextOnOffForUARTCmd(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_ReleaseAT_Cmd(void* p1, void* p2, void* p3);
 
+private:
+    // Values of the version record that no reader gives as text.
+    const char* ATCmdFetchSoCVersion();
+    const char* ATCmdSoCVersion();
+    const char* ATCmdEDIDVGA();
+    static const FactoryATCmdRow s_atCmdRows[];
+
+public:
     // ---- Version and identity readers --------------------------------------------
     // Each string reader returns its own buffer, rewritten on every call (the DPDD
     // and DIAL readers share one), or null when the buffer cannot be allocated.
@@ -262,6 +270,7 @@ public:
 
     // ---- Tuner pages ---------------------------------------------------------------
     MAPI_BOOL OnTimer_TunerInfo(void* p1, void* p2, void* p3);
+    const char* GetTunerFrequency();
 
     // ---- Service-mode editor -------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryVideoCheck(void* p1, void* p2, void* p3);

@@ -6,9 +6,11 @@
 
 #include "FactoryLog.h"
 #include "FactoryManager.h"
+#include "FactoryProductData.h"
 #include "MSrv_Control.h"
 #include "MSrv_DTV_Player_DVB.h"
 #include "MSrv_PreSharedKey.h"
+#include "SystemInfo.h"
 #include "TvHost.h"
 
 namespace {
@@ -225,6 +227,19 @@ const char* FactoryManager::FactoryGetPVR() {
     }
     delete[] block;
     return m_pcPVR;
+}
+
+// The chassis code of the model; a model without one reads empty.
+const char* FactoryManager::FactoryGetVudu() {
+    if (ReaderBuffer(m_pcVudu, 13) == nullptr) {
+        return nullptr;
+    }
+    SystemInfo* info = SystemInfo::GetInstance();
+    const char* chassis = info != nullptr ? FactoryProductVuduChassis(info->GetModelId()) : nullptr;
+    if (chassis != nullptr) {
+        std::snprintf(m_pcVudu, 13, "%s", chassis);
+    }
+    return m_pcVudu;
 }
 
 MAPI_BOOL FactoryManager::FactoryGetCIPlusURILicense(std::string& text) {
