@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr unsigned long kReleaseATCmdTimer = 62;
+constexpr unsigned long kReleaseATCmdTimer = FactoryTimer::ReleaseAT_Cmd;
 constexpr unsigned long kReleaseATCmdDelayMs = 3000;
 constexpr unsigned long long kTJPDebugMask = 0x00000E30C8000004ULL;
 const char kATCmdVersionFile[] = "/OAD/ATCmdVersionCheck.txt";

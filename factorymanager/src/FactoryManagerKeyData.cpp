@@ -4,7 +4,6 @@
 #include <cstring>
 #include <new>
 
-#include "FactoryLog.h"
 #include "FactoryManager.h"
 #include "FactoryProductData.h"
 #include "MSrv_Control.h"
