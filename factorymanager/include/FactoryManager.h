@@ -252,15 +252,15 @@ private:
     const char* ReadKeyIdentifier(char*& buffer, size_t size, const FactoryKeyIdentifier& source);
     void FreeKeyDataBuffers();
 
-    char* m_pcCIPlusSerialNumber = nullptr;
-    char* m_pcCIPlusHostID = nullptr;
-    char* m_pcHDCP20 = nullptr;
-    char* m_pcHDCP20ReceiveID = nullptr;
-    char* m_pcWidevineDeviceID = nullptr;
-    char* m_pcNetflixESN = nullptr;
-    char* m_pcDevIDDTCPIP = nullptr;
-    char* m_pcPVR = nullptr;
-    char* m_pcVudu = nullptr;
+    char* m_pszCIPlusSerialNumber = nullptr;
+    char* m_pszCIPlusHostID = nullptr;
+    char* m_pszHDCP20 = nullptr;
+    char* m_pszHDCP20ReceiveID = nullptr;
+    char* m_pszWidevineDeviceID = nullptr;
+    char* m_pszNetflixESN = nullptr;
+    char* m_pszDevIDDTCPIP = nullptr;
+    char* m_pszPVR = nullptr;
+    char* m_pszVudu = nullptr;
 
 public:
     // ---- Information pages, serial log ---------------------------------------------

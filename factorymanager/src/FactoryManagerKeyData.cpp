@@ -142,8 +142,8 @@ const char* FactoryManager::ReadKeyIdentifier(char*& buffer, size_t size,
 
 void FactoryManager::FreeKeyDataBuffers() {
     for (char** buffer :
-         {&m_pcCIPlusSerialNumber, &m_pcCIPlusHostID, &m_pcHDCP20, &m_pcHDCP20ReceiveID,
-          &m_pcWidevineDeviceID, &m_pcNetflixESN, &m_pcDevIDDTCPIP, &m_pcPVR, &m_pcVudu}) {
+         {&m_pszCIPlusSerialNumber, &m_pszCIPlusHostID, &m_pszHDCP20, &m_pszHDCP20ReceiveID,
+          &m_pszWidevineDeviceID, &m_pszNetflixESN, &m_pszDevIDDTCPIP, &m_pszPVR, &m_pszVudu}) {
         delete[] * buffer;
         *buffer = nullptr;
     }
@@ -177,30 +177,30 @@ MAPI_BOOL FactoryManager::FactoryLoadKeyRawData() {
 }
 
 const char* FactoryManager::FactoryGetCIPlusSerialNumber() {
-    return ReadKeyIdentifier(m_pcCIPlusSerialNumber, 9, kCIPlusSerial);
+    return ReadKeyIdentifier(m_pszCIPlusSerialNumber, 9, kCIPlusSerial);
 }
 const char* FactoryManager::FactoryGetCIPlusHostID() {
-    return ReadKeyIdentifier(m_pcCIPlusHostID, 17, kCIPlusHostID);
+    return ReadKeyIdentifier(m_pszCIPlusHostID, 17, kCIPlusHostID);
 }
 const char* FactoryManager::FactoryGetHDCP20() {
-    return ReadKeyIdentifier(m_pcHDCP20, 17, kHDCP20KeyID);
+    return ReadKeyIdentifier(m_pszHDCP20, 17, kHDCP20KeyID);
 }
 const char* FactoryManager::FactoryGetHDCP20_ReceiveID() {
-    return ReadKeyIdentifier(m_pcHDCP20ReceiveID, 17, kHDCP20Receiver);
+    return ReadKeyIdentifier(m_pszHDCP20ReceiveID, 17, kHDCP20Receiver);
 }
 const char* FactoryManager::FactoryGetWidevineDeviceID() {
-    return ReadKeyIdentifier(m_pcWidevineDeviceID, 33, kWidevineID);
+    return ReadKeyIdentifier(m_pszWidevineDeviceID, 33, kWidevineID);
 }
 const char* FactoryManager::FactoryGetNetflixESN() {
-    return ReadKeyIdentifier(m_pcNetflixESN, 33, kNetflixESN);
+    return ReadKeyIdentifier(m_pszNetflixESN, 33, kNetflixESN);
 }
 // Ten hex digits and the terminator.
 const char* FactoryManager::FactoryGetDevID_DTCPIP() {
-    return ReadKeyIdentifier(m_pcDevIDDTCPIP, 11, kDTCPIPDeviceID);
+    return ReadKeyIdentifier(m_pszDevIDDTCPIP, 11, kDTCPIPDeviceID);
 }
 
 const char* FactoryManager::FactoryGetPVR() {
-    if (ReaderBuffer(m_pcPVR, 129) == nullptr) {
+    if (ReaderBuffer(m_pszPVR, 129) == nullptr) {
         return nullptr;
     }
     unsigned char* block = new (std::nothrow) unsigned char[kKeyBlockSize];
@@ -217,28 +217,28 @@ const char* FactoryManager::FactoryGetPVR() {
     // An empty file is a missing key, like for every other key file; "NG" is
     // kept for a key that was written blank.
     if (got <= 0) {
-        std::snprintf(m_pcPVR, 129, "%s", kMissing);
+        std::snprintf(m_pszPVR, 129, "%s", kMissing);
     } else if (blank) {
-        std::snprintf(m_pcPVR, 129, "NG");
+        std::snprintf(m_pszPVR, 129, "NG");
     } else {
         // A fingerprint lets the line compare keys without showing them.
-        std::snprintf(m_pcPVR, 129, "OK %lx", Crc32(block, kKeyLength));
+        std::snprintf(m_pszPVR, 129, "OK %lx", Crc32(block, kKeyLength));
     }
     delete[] block;
-    return m_pcPVR;
+    return m_pszPVR;
 }
 
 // The chassis code of the model; a model without one reads empty.
 const char* FactoryManager::FactoryGetVudu() {
-    if (ReaderBuffer(m_pcVudu, 13) == nullptr) {
+    if (ReaderBuffer(m_pszVudu, 13) == nullptr) {
         return nullptr;
     }
     SystemInfo* info = SystemInfo::GetInstance();
     const char* chassis = info != nullptr ? FactoryProductVuduChassis(info->GetModelId()) : nullptr;
     if (chassis != nullptr) {
-        std::snprintf(m_pcVudu, 13, "%s", chassis);
+        std::snprintf(m_pszVudu, 13, "%s", chassis);
     }
-    return m_pcVudu;
+    return m_pszVudu;
 }
 
 MAPI_BOOL FactoryManager::FactoryGetCIPlusURILicense(std::string& text) {
