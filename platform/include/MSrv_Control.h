@@ -9,6 +9,8 @@ class MSrv_DTV_Player_DVB;
 class MSrv_Network;
 class MSrv_Player;
 class MSrv_SSSound;
+class MSrv_PreSharedKey;
+class MSrv_Factory_Mode;
 
 class MSrv_Control {
 public:
@@ -23,4 +25,7 @@ public:
     MSrv_DTV_Player_DVB* GetMSrvDtv();
     MSrv_SSSound* GetMSrvSSSound();
     MSrv_Network* GetMSrvNetwork();
+
+    MSrv_PreSharedKey* GetMSrvPreSharedKey();
+    MSrv_Factory_Mode* GetMSrvFactoryMode();
 };

@@ -1,9 +1,12 @@
 // The platform's top-level manager.
 #pragma once
 
+#include "MTypes.h"
+
 class FactoryManager;
 class KeyManager;
 class DatabaseManager;
+class TVPlayer;
 
 class TVManager {
 public:
@@ -19,4 +22,11 @@ public:
     // Each writes at most 29 characters and a terminator.
     void GetSoCRealSWVersion(char* version);
     void GetSoCFWVersion(char* version);
+
+    // The platform answers the fixture's version check from the AT record.
+    void SetATCmdInfo();
+    void setDebugMode(unsigned long long mask);
+    // Returns whether the set accepted the request.
+    MAPI_BOOL powerOff(int mode);
+    TVPlayer* getTVPlayer();
 };
