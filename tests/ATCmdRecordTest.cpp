@@ -54,6 +54,19 @@ TEST_F(ATCmdRecordTest, RowsOfTheDemoSet) {
     ExpectField(1180, 50, "Bluetooth Address:70:5A:B6:12:C3:DE,");  // the WLAN MAC
 }
 
+// "TV Model:" with a ten-character name and the comma fill the 20 bytes exactly;
+// an eleven-character name loses the comma and has no terminator either.
+TEST_F(ATCmdRecordTest, ModelNameRowFilledExactlyAndCut) {
+    Tv().Get<sim::SystemInfoState>().modelId = 75;
+    ASSERT_EQ(Build(), 1);
+    EXPECT_EQ(std::string(stATCMD_Version.raw, 20), "TV Model:QV55U475EU,");
+    Tv().Get<sim::SystemInfoState>().modelId = 76;
+    ASSERT_EQ(Build(), 1);
+    EXPECT_EQ(std::string(stATCMD_Version.raw, 20), "TV Model:QV65U476EUX");
+    EXPECT_EQ(std::string(stATCMD_Version.raw + 20, 12), "Model Info:7")
+        << "next row starts at once";
+}
+
 TEST_F(ATCmdRecordTest, TextLongerThanItsFieldIsCutWithoutTerminator) {
     // "SW Version:" and 18 characters and the comma fill the 30 bytes exactly.
     const std::pair<std::string, std::string> cases[] = {

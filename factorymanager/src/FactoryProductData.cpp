@@ -35,8 +35,8 @@ const FactoryModelNameRow g_stFactoryModelNames[] = {
     {72, "QV40U472"},
     {73, "QV43U473"},
     {74, "QV50U474"},
-    {75, "QV55U475"},
-    {76, "QV65U476"},
+    {75, "QV55U475EU"},
+    {76, "QV65U476EUX"},
 };
 // clang-format on
 const size_t g_nFactoryModelNames =

@@ -9,7 +9,7 @@
 
 struct FactoryModelNameRow {
     MAPI_U8 u8ModelId;
-    char szName[9];  // eight characters and the terminator
+    char szName[21];  // as long as the model reader shows
 };
 
 struct FactoryVuduChassisRow {
