@@ -63,7 +63,7 @@ TEST_F(ATCmdRecordTest, ModelNameRowFilledExactlyAndCut) {
     Tv().Get<sim::SystemInfoState>().modelId = 76;
     ASSERT_EQ(Build(), 1);
     EXPECT_EQ(std::string(stATCMD_Version.raw, 20), "TV Model:QV65U476EUX");
-    EXPECT_EQ(std::string(stATCMD_Version.raw + 20, 12), "Model Info:7")
+    EXPECT_EQ(std::string(stATCMD_Version.raw + 20, 11), "Model Info:")
         << "next row starts at once";
 }
 
