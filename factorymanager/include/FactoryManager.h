@@ -8,6 +8,7 @@
 #include "FactoryATCmdVersion.h"
 #include "MEvtHandle.h"
 #include "MTypes.h"
+#include "WidgetTypes.h"
 
 class MSrv_Factory_Cmd;
 class MSrv_Factory_Default;
@@ -15,6 +16,8 @@ struct _IDirectFB;
 typedef struct _IDirectFB IDirectFB;
 struct _IDirectFBWindow;
 typedef struct _IDirectFBWindow IDirectFBWindow;
+struct _IDirectFBSurface;
+typedef struct _IDirectFBSurface IDirectFBSurface;
 struct lws_context;
 
 // Host callback: (code, 0, 0); the return value is ignored.
@@ -90,7 +93,25 @@ public:
     // ---- UI channel: WebSocket server, notifications, page control --------------
 
     // ---- Native on-screen text ---------------------------------------------------
+    // The window's surface, shown and on top; the caller releases it. Null on failure.
+    IDirectFBSurface* GetDFBSurface();
+    void DrawText(ST_WIDGET_POSITION pos, const unsigned char* text, unsigned long colour,
+                  unsigned short size);
+    void DrawTextForKeywriting(ST_WIDGET_POSITION pos, const unsigned char* text,
+                               unsigned long textColour, unsigned long boxColour,
+                               unsigned short size);
+    void ClearFactoryUiNative();
+    void ShowKeyWritingIcon(MAPI_BOOL on, MAPI_U16 status);
+    void ShowOomAlertMessage();
+    // Set while a key-writing result is on screen; the key dispatcher closes it.
+    MAPI_U8 m_bKeyWritingResult = 0;
 
+private:
+    // Both drawing routines; a null box colour pointer draws the text alone.
+    void DrawNativeText(ST_WIDGET_POSITION pos, const unsigned char* text, unsigned long colour,
+                        const unsigned long* boxColour, unsigned short size);
+
+public:
     // ---- Key dispatcher and page reset -------------------------------------------
     // 1 when the key was consumed, 0 when the TV should handle it.
     MAPI_BOOL FactoryDoKeyAction(unsigned long key);
@@ -101,7 +122,26 @@ public:
     MAPI_BOOL OnEvent_FactoryVolumeAdj(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_ExitFactoryMode(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryVolumeAdj(void* p1, void* p2, void* p3);
+    // Leaves M-mode on the host's power path: no standby.
+    MAPI_BOOL CloseMModeAfterPower();
+    // On: the red "M" and the line preparation; off: the mark goes.
+    MAPI_BOOL ShowMModeIcon(MAPI_BOOL on);
+    MAPI_BOOL IsMMode();
+    MAPI_BOOL IsSDMode();
+    // Action 0..3: the panel key's name for the web UI.
+    MAPI_BOOL OnEvent_FactoryM_ModeAction(unsigned char action);
+    MAPI_BOOL CloseSideKeyUIOnMmode();
+    MAPI_BOOL ShowFactorySerialNumStatus(unsigned char state);
+    MAPI_BOOL CloseFactorySerialNumOSD();
+    MAPI_BOOL GetProductSerialNum(unsigned char* serial);
+    // Set while the M-mode key name is on screen.
+    MAPI_U8 m_bMModeKeyShown = 0;
 
+private:
+    // Consumer defaults of leaving M-mode; the standby step only on the exit event.
+    void RestoreConsumerState(MAPI_BOOL standby);
+
+public:
     // ---- AT command channel --------------------------------------------------------
     MAPI_BOOL OnEvent_ReleaseAT_Cmd();
     MAPI_BOOL OnEvent_TJP(void* p1, void* p2, void* p3);

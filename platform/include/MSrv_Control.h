@@ -1,6 +1,7 @@
 // Entry point to the platform's middleware services.
 #pragma once
 
+#include "MTypes.h"
 #include "MapiInputSource.h"
 
 class MSrv_Factory_Cmd;
@@ -9,6 +10,9 @@ class MSrv_DTV_Player_DVB;
 class MSrv_Network;
 class MSrv_Player;
 class MSrv_SSSound;
+class MSrv_Factory_Mode;
+class MSrv_System_Database;
+class MSrv_ATV_Player;
 
 class MSrv_Control {
 public:
@@ -23,4 +27,10 @@ public:
     MSrv_DTV_Player_DVB* GetMSrvDtv();
     MSrv_SSSound* GetMSrvSSSound();
     MSrv_Network* GetMSrvNetwork();
+
+    MSrv_Factory_Mode* GetMSrvFactoryMode();
+    MSrv_System_Database* GetMSrvSystemDatabase();
+    MSrv_ATV_Player* GetMSrvAtv();
+    // Standby (1) as from the remote's power key.
+    MAPI_BOOL EnterSleepMode(MAPI_BOOL sleep);
 };

@@ -4,6 +4,7 @@
 class FactoryManager;
 class KeyManager;
 class DatabaseManager;
+class ChannelManager;
 
 class TVManager {
 public:
@@ -19,4 +20,6 @@ public:
     // Each writes at most 29 characters and a terminator.
     void GetSoCRealSWVersion(char* version);
     void GetSoCFWVersion(char* version);
+
+    ChannelManager* getChannelManager();
 };

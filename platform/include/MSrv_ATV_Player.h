@@ -1,0 +1,11 @@
+// The platform's analogue TV player.
+#pragma once
+
+#include "MSrv.h"
+#include "MTypes.h"
+
+class MSrv_ATV_Player : public MSrv {
+public:
+    // Stores the channel found by the factory search as program number n.
+    MAPI_BOOL ATVSaveProgram(unsigned char program);
+};
