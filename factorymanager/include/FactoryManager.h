@@ -221,6 +221,7 @@ private:
     const char* ReaderCopy(char*& buffer, unsigned int size, const char* text);
     const char* ReaderVersionRecordField(char*& buffer, unsigned int size, unsigned int offset);
     const char* ReaderCounter(char*& buffer, unsigned short firstItem);
+    // One byte of the factory store; 0 when it cannot be read.
     MAPI_U8 ReaderFactoryData(unsigned short item);
     MAPI_U8 ReaderHdmiEdid(MAPI_U8 port);
     const char* FourPanelStub(const char* reader);

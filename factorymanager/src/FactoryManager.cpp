@@ -35,7 +35,10 @@ FactoryManager::FactoryManager() {
     std::memset(&stATCMD_Version, 0, sizeof(stATCMD_Version));
 }
 
-FactoryManager::~FactoryManager() { FACTORY_LOG(FACTORY_LOG_INFO, "FactoryManager destroyed"); }
+FactoryManager::~FactoryManager() {
+    FreeVersionReaderBuffers();
+    FACTORY_LOG(FACTORY_LOG_INFO, "FactoryManager destroyed");
+}
 
 void FactoryManager::setFactoryEventListener(EventListener listener) {
     FACTORY_TRACE();
