@@ -100,7 +100,7 @@ TEST_F(NativeTextTest, ClearingBeforeAnyDrawingOnlyLogs) {
 struct KeyWritingCase {
     MAPI_BOOL on;
     MAPI_U16 status;
-    MAPI_U8 resultShownAfter;
+    bool resultShownAfter;
     bool drawn;
 };
 
@@ -109,23 +109,23 @@ class KeyWritingIconTest : public NativeTextTest,
 
 TEST_P(KeyWritingIconTest, StatusSetsTheResultMarkAndDrawsItsLine) {
     const KeyWritingCase c = GetParam();
-    Fm().m_bKeyWritingResult = 1;  // as left by an earlier result
+    Fm().ShowKeyWritingIcon(1, 1);  // an earlier result is marked
+    Fm().ClearFactoryUiNative();
     testing::internal::CaptureStdout();
     Fm().ShowKeyWritingIcon(c.on, c.status);
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "~~ [MSrv_Factory_Cmd::ShowKeyWritingIcon ] \n ");
-    EXPECT_EQ(Fm().m_bKeyWritingResult, c.resultShownAfter);
-    const sim::Frame f = Display().NativeFrame();
-    EXPECT_EQ(f.At(40, 40) == kGrey, c.drawn);
+    EXPECT_EQ(Display().NativeFrame().At(40, 40) == kGrey, c.drawn);
     EXPECT_TRUE(Journal().HasLog("void FactoryManager::ShowKeyWritingIcon(MAPI_BOOL, MAPI_U16)["));
+
 }
 
 INSTANTIATE_TEST_SUITE_P(Statuses, KeyWritingIconTest,
-                         testing::Values(KeyWritingCase{1, 0, 0, true},
-                                         KeyWritingCase{1, 1, 1, true},
-                                         KeyWritingCase{1, 2, 1, true},
-                                         KeyWritingCase{1, 3, 1, false},  // nothing, mark kept
-                                         KeyWritingCase{0, 3, 0, false}));
+                         testing::Values(KeyWritingCase{1, 0, false, true},
+                                         KeyWritingCase{1, 1, true, true},
+                                         KeyWritingCase{1, 2, true, true},
+                                         KeyWritingCase{1, 3, true, false},  // nothing, mark kept
+                                         KeyWritingCase{0, 3, false, false}));
 
 TEST_F(NativeTextTest, EndingKeyWritingInMModeLeavesTheRedMark) {
     Tv().Get<sim::MModeState>().mMode = true;

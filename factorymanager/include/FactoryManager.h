@@ -3,7 +3,10 @@
 // keys to it; every page, test and editor is a method of this class.
 #pragma once
 
+#include <pthread.h>
+
 #include <atomic>
+#include <type_traits>
 
 #include "FactoryATCmdVersion.h"
 #include "MEvtHandle.h"
@@ -19,6 +22,7 @@ typedef struct _IDirectFBWindow IDirectFBWindow;
 struct _IDirectFBSurface;
 typedef struct _IDirectFBSurface IDirectFBSurface;
 struct lws_context;
+struct json_object;
 
 // Host callback: (code, 0, 0); the return value is ignored.
 typedef unsigned char (*EventListener)(unsigned long code, void* p1, void* p2);
@@ -91,7 +95,43 @@ private:
 
 public:
     // ---- UI channel: WebSocket server, notifications, page control --------------
+    // Creates the server context; the server thread then runs its service loop.
+    void InitWebSocketServer();
 
+    // Sends {"cmd":cmd,"data":data} to every connection of the channel's protocol
+    // (0: "factorymode-0", 1: "factorymode-1", else nobody).
+    void NotifyUI(int channel, const char* cmd, long data);
+    void NotifyUI(int channel, const char* cmd, char* data);
+    // Page texts are mostly literals; they are sent exactly like the char* form.
+    void NotifyUI(int channel, const char* cmd, const char* data);
+    // Any other integer (MAPI_U8, int, unsigned ...) goes out as a JSON integer.
+    template <class T, std::enable_if_t<std::is_integral<T>::value, int> = 0>
+    void NotifyUI(int channel, const char* cmd, T data) {
+        NotifyUI(channel, cmd, static_cast<long>(data));
+    }
+
+    void CheckFactoryUiIsReady();
+    BOOL isWebAppMgrServiceInitialized();
+    void LoadPageFromEnv();
+    MAPI_BOOL ClearFactoryUiWeb();
+    void InfoZYTAppMgr(unsigned char on);
+    void InfoZYTAppMgrForVersion(unsigned char kill);
+    void InfoWebAppMgrHideShowPage(unsigned char hide, unsigned char index);
+    void ShowKeyWriting(MAPI_U16 status);
+    void ShowSerialNoWriting(MAPI_U16 status);
+
+private:
+    // Stops the service loop and joins the server thread (the destructor, before
+    // the context goes).
+    void StopWebSocketServer();
+    // Sends {"cmd":cmd,"data":data} and releases it.
+    void SendNotification(int channel, const char* cmd, json_object* data);
+
+    pthread_t m_hWebSocketThread{};
+    // Set by ShowKeyWriting and the key-writing line; tested by the key dispatcher.
+    MAPI_BOOL m_bKeyWritingResult = 0;
+
+public:
     // ---- Native on-screen text ---------------------------------------------------
     // The window's surface, shown and on top; the caller releases it. Null on failure.
     IDirectFBSurface* GetDFBSurface();
@@ -103,8 +143,6 @@ public:
     void ClearFactoryUiNative();
     void ShowKeyWritingIcon(MAPI_BOOL on, MAPI_U16 status);
     void ShowOomAlertMessage();
-    // Set while a key-writing result is on screen; the key dispatcher closes it.
-    MAPI_U8 m_bKeyWritingResult = 0;
 
 private:
     // Both drawing routines; a null box colour pointer draws the text alone.
