@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "FactoryKeyCodes.h"
 #include "MSrv_Control.h"
 #include "MSrv_Factory_Cmd.h"
 #include "SetFixture.h"
@@ -100,7 +101,7 @@ TEST_F(NativeTextTest, ClearingBeforeAnyDrawingOnlyLogs) {
 struct KeyWritingCase {
     MAPI_BOOL on;
     MAPI_U16 status;
-    bool resultShownAfter;
+    bool resultShownAfter;  // the exit key then closes the result
     bool drawn;
 };
 
@@ -118,6 +119,9 @@ TEST_P(KeyWritingIconTest, StatusSetsTheResultMarkAndDrawsItsLine) {
     EXPECT_EQ(Display().NativeFrame().At(40, 40) == kGrey, c.drawn);
     EXPECT_TRUE(Journal().HasLog("void FactoryManager::ShowKeyWritingIcon(MAPI_BOOL, MAPI_U16)["));
 
+    Journal().Clear();
+    Fm().FactoryDoKeyAction(FactoryKey::Exit);
+    EXPECT_EQ(Journal().HasLog("Factory don't process the key."), !c.resultShownAfter);
 }
 
 INSTANTIATE_TEST_SUITE_P(Statuses, KeyWritingIconTest,

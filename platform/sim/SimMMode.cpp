@@ -137,7 +137,7 @@ MAPI_BOOL MSrv_System_Database::SetAudioSetting(ST_AUDIO_SETTING* setting) {
 
 MAPI_BOOL MSrv_System_Database::SetBlueScreenEnable(MAPI_BOOL enable) {
     Record("MSrv_System_Database::SetBlueScreenEnable", ArgList(enable));
-    MMode().user.bBlueScreen = enable;
+    MMode().blueScreen = enable != 0;
     return 1;
 }
 

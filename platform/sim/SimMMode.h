@@ -26,6 +26,7 @@ struct MModeState : Area {
     bool dvbDatabase = true;
     ST_USER_SYSTEM_SETTING user{0, 0, 0};
     ST_AUDIO_SETTING audio{20, 50};
+    bool blueScreen = false;
     // Channel manager: the channel on screen, when there is one.
     bool channelKnown = true;
     ST_CHANNEL_INFO channel{1, 0x04};
