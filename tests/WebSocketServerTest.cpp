@@ -190,3 +190,38 @@ TEST_F(WebSocketServerTest, MissingTestPageIsAnErrorNotAHang) {
 }
 
 }  // namespace
+
+namespace {
+
+// Someone else holds the port: the server cannot start, the library goes on.
+class WebSocketPortTakenTest : public SetTest {};
+
+TEST_F(WebSocketPortTakenTest, NotificationsAreDroppedAndTheManagerStillGoesCleanly) {
+#if defined(__SANITIZE_ADDRESS__)
+    // libwebsockets itself leaks a little when its listening socket cannot bind.
+    GTEST_SKIP() << "not under LeakSanitizer";
+#endif
+    const int holder = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<uint16_t>(Tv().Config().port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    ASSERT_EQ(bind(holder, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    ASSERT_EQ(listen(holder, 1), 0);
+    FactoryManager::SetFactoryModeState(1);
+    Tv().Get<sim::WebAppState>().pageConnects = false;
+    Fm().NotifyUI(0, "Version", 5);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (!Journal().HasLog("libwebsocket init failed") &&
+           std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    EXPECT_TRUE(Journal().HasLog("libwebsocket init failed"));
+    Fm().NotifyUI(0, "Version", 6);
+    EXPECT_EQ(FactoryManager::m_stContext.load(), nullptr);
+    Tv().Shutdown();  // joins the idle server thread
+    EXPECT_TRUE(Journal().HasLog("FactoryManager destroyed"));
+    close(holder);
+}
+
+}  // namespace

@@ -435,6 +435,9 @@ void FactoryManager::InitWebSocketServer() {
     info.port = TvHost_WebSocketPort();
     info.iface = TvHost_WebSocketInterface();
     info.protocols = protocols;
+    // No extensions: notifications leave as ready-made frames (SendQueued), which a
+    // negotiated compression would have to rewrite.
+    info.extensions = nullptr;
     info.gid = -1;
     info.uid = -1;
     info.options = 0;
