@@ -185,11 +185,11 @@ TEST_P(MainFormat, ShowsLinesScanAndWholeHertz) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Readers, MainFormat,
-                         ::testing::Values(FormatCase{{1920, 1080, 5000, 1}, "1080i 50"},
-                                           FormatCase{{1280, 720, 6000, 0}, "720p 60"},
-                                           FormatCase{{1920, 1080, 5994, 0}, "1080p 59"},
-                                           FormatCase{{720, 576, 2500, 2}, "576p 25"},
-                                           FormatCase{{0, 0, 0, 0}, "--"}));
+                         ::testing::Values(FormatCase{{1080, 5000, 1}, "1080i 50"},
+                                           FormatCase{{720, 6000, 0}, "720p 60"},
+                                           FormatCase{{1080, 5994, 0}, "1080p 59"},
+                                           FormatCase{{576, 2500, 2}, "576p 25"},
+                                           FormatCase{{0, 0, 0}, "--"}));
 
 TEST_F(ReadersTest, MainFormatOfASourceWithoutPlayerIsNull) {
     Players().sourcesWithoutPlayer.insert(MAPI_INPUT_SOURCE_DTV);

@@ -6,7 +6,6 @@
 
 // Video timing of what a player shows now.
 struct ST_VIDEO_INFO {
-    MAPI_U16 u16HResolution;
     MAPI_U16 u16VResolution;  // 0 while there is no signal
     MAPI_U16 u16FrameRate;    // in hundredths of a hertz
     MAPI_BOOL bInterlace;     // 1 interlaced

@@ -16,7 +16,7 @@ namespace sim {
 struct PlayerState : Area {
     int currentSource = MAPI_INPUT_SOURCE_DTV;
     // Timing per source; a source not listed shows no signal (all 0).
-    std::map<int, ST_VIDEO_INFO> timing = {{MAPI_INPUT_SOURCE_DTV, {1920, 1080, 5000, 1}}};
+    std::map<int, ST_VIDEO_INFO> timing = {{MAPI_INPUT_SOURCE_DTV, {1080, 5000, 1}}};
     std::set<int> sourcesWithoutPlayer;
     bool dtvPresent = true;  // false: a set without a digital tuner
     MAPI_U32 oadVersion = 0x1a2b;
