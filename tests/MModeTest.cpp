@@ -142,16 +142,6 @@ INSTANTIATE_TEST_SUITE_P(
                     VolumeCase{"OtherSourcesStoreNothing", true, 23, true, 0x0C, 20}),
     [](const testing::TestParamInfo<VolumeCase>& info) { return std::string(info.param.name); });
 
-TEST_F(MModeTest, RepeatedVolumeEventRestartsTheHideTimer) {
-    Post(203);
-    Advance(2000);
-    Post(203);
-    Advance(2000);
-    EXPECT_NE(Notes().back(), "volume=0");
-    Advance(1000);
-    EXPECT_EQ(Notes().back(), "volume=0");
-}
-
 struct ExitCase {
     MAPI_U8 debugPort;  // item 7838
     MAPI_U8 mode;       // item 3567
@@ -216,14 +206,6 @@ TEST_F(MModeTest, PanelKeysBecomeKeyNamesForTheWebUi) {
     EXPECT_FALSE(Tv().Get<sim::WebAppState>().IsHidden(1));
 }
 
-TEST_F(MModeTest, EndingKeyWritingInMModeRepeatsTheMarkAndItsPreparation) {
-    MMode().mMode = true;
-    Fm().ShowKeyWritingIcon(1, 1);
-    Fm().ShowKeyWritingIcon(0, 3);
-    EXPECT_TRUE(RedMarkShown());
-    EXPECT_EQ(Journal().CountCalls("MSrv_Factory_Mode::SetWDT_ONOFF"), 1u);
-}
-
 TEST_F(MModeTest, SerialNumberStatusForTheBarcodeReader) {
     Tv().Get<sim::FactoryIdentityState>().SetSerial("AB345678901234");
     Fm().ShowFactorySerialNumStatus(0);
@@ -234,24 +216,12 @@ TEST_F(MModeTest, SerialNumberStatusForTheBarcodeReader) {
               (std::vector<std::string>{"SerialNum-Ready=Serial No. Ready. Plug Barcode Reader",
                                         "SerialNum-Ready=OK!! Serial No: AB345678901234",
                                         "SerialNum-Show=0", "SerialNum-Show=0"}));
-    EXPECT_EQ(std::string("OK!! Serial No: AB345678901234").size(), 30u);
 }
 
 TEST_F(MModeTest, AFifteenCharacterSerialIsCutToFourteen) {
     Tv().Get<sim::FactoryIdentityState>().SetSerial("AB3456789012345");
     Fm().ShowFactorySerialNumStatus(1);
     EXPECT_EQ(Notes(), std::vector<std::string>{"SerialNum-Ready=OK!! Serial No: AB345678901234"});
-}
-
-TEST_F(MModeTest, HostQueriesReportThePlatformStatusAndTheDModeFlag) {
-    EXPECT_EQ(Fm().IsMMode(), 0);
-    MMode().mMode = true;
-    EXPECT_EQ(Fm().IsMMode(), 1);
-    EXPECT_EQ(Fm().IsSDMode(), 0);
-    Fm().m_bDModeOpen = 1;
-    EXPECT_EQ(Fm().IsSDMode(), 1);
-    EXPECT_TRUE(Journal().HasLog("Is M mode "));
-    EXPECT_TRUE(Journal().HasLog("Is S/D mode "));
 }
 
 }  // namespace
