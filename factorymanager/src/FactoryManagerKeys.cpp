@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "FactoryEventIds.h"
 #include "FactoryKeyCodes.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
@@ -14,8 +15,8 @@
 #include "TVManager.h"
 
 namespace {
-constexpr unsigned long kTunerInfoTimer = 57;
-constexpr unsigned long kKeyWaitTimer = 56;
+constexpr unsigned long kTunerInfoTimer = FactoryTimer::TunerInfo;
+constexpr unsigned long kKeyWaitTimer = FactoryTimer::FactoryKeyWaitMWBFinish;
 
 void* Param(uintptr_t value) { return reinterpret_cast<void*>(value); }
 }  // namespace
@@ -37,16 +38,26 @@ const FactoryManager::KeyOwner* FactoryManager::KeyOwners(size_t& count) {
     using F = FactoryManager;
     static const KeyOwner owners[] = {
         {&F::m_bIsADCAdjustmentTesting, "~~ m_bIsADCAdjustmentTesting = TRUE. /MVK_EXIT/",
-         [](F& fm) { fm.OnTimer_FactoryADCAdjustment(nullptr, Param(54), nullptr); },
+         [](F& fm) {
+             fm.OnTimer_FactoryADCAdjustment(nullptr, Param(FactoryTimer::FactoryADCAdjustment),
+                                             nullptr);
+         },
          AfterExit::HostAndPage, nullptr},
         {&F::m_bIsVGAEDIDWriting, nullptr,
-         [](F& fm) { fm.OnTimer_FactoryWriteVGA_EDID_EEPRPOM(nullptr, Param(55), nullptr); },
+         [](F& fm) {
+             fm.OnTimer_FactoryWriteVGA_EDID_EEPRPOM(
+                 nullptr, Param(FactoryTimer::FactoryWriteVGA_EDID_EEPRPOM), nullptr);
+         },
          AfterExit::HostAndPage, nullptr},
         {&F::m_bIsWLANTesting, "~~ m_bIsWLANTesting = TRUE. /MVK_EXIT/",
-         [](F& fm) { fm.OnTimer_FactoryWLANTest(nullptr, Param(53), nullptr); },
+         [](F& fm) {
+             fm.OnTimer_FactoryWLANTest(nullptr, Param(FactoryTimer::FactoryWLANTest), nullptr);
+         },
          AfterExit::HostAndPage, nullptr},
         {&F::m_bIsWakeOnWLAN, "~~ m_bIsWakeOnWLAN = TRUE. /MVK_EXIT/",
-         [](F& fm) { fm.OnTimer_FactoryWakeOnWLAN(nullptr, Param(63), nullptr); },
+         [](F& fm) {
+             fm.OnTimer_FactoryWakeOnWLAN(nullptr, Param(FactoryTimer::FactoryWakeOnWLAN), nullptr);
+         },
          AfterExit::HostAndPage, nullptr},
         {&F::m_bMediaPlayerMode, nullptr,
          [](F& fm) { fm.OnEvent_MediaPlayerStop(nullptr, nullptr, nullptr); },

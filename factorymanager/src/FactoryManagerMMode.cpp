@@ -6,6 +6,7 @@
 #include <string>
 
 #include "ChannelManager.h"
+#include "FactoryEventIds.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
 #include "MSrv_Control.h"
@@ -23,7 +24,7 @@ namespace {
 constexpr ST_WIDGET_POSITION kMModeIconPos = {1200, 10, 50, 50};
 constexpr unsigned long kMModeIconColour = 0xFFFF0000;
 constexpr unsigned short kMModeIconSize = 36;
-constexpr unsigned long kVolumeTimer = 66;
+constexpr unsigned long kVolumeTimer = FactoryTimer::FactoryVolumeAdj;
 constexpr MAPI_U8 kMuteTypeFactory = 4;
 // Factory store items: the serial debug port's routing flag and the mode byte.
 constexpr unsigned short kItemSerialDebugPort = 7838;
