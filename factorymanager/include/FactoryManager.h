@@ -13,6 +13,7 @@
 #include "FactoryATCmdVersion.h"
 #include "MEvtHandle.h"
 #include "MTypes.h"
+#include "WidgetTypes.h"
 
 class MSrv_Factory_Cmd;
 class MSrv_Factory_Default;
@@ -20,6 +21,8 @@ struct _IDirectFB;
 typedef struct _IDirectFB IDirectFB;
 struct _IDirectFBWindow;
 typedef struct _IDirectFBWindow IDirectFBWindow;
+struct _IDirectFBSurface;
+typedef struct _IDirectFBSurface IDirectFBSurface;
 struct lws_context;
 struct json_object;
 struct FactoryKeyIdentifier;
@@ -133,18 +136,144 @@ private:
 
 public:
     // ---- Native on-screen text ---------------------------------------------------
+    // The window's surface, shown and on top; the caller releases it. Null on failure.
+    IDirectFBSurface* GetDFBSurface();
+    void DrawText(ST_WIDGET_POSITION pos, const unsigned char* text, unsigned long colour,
+                  unsigned short size);
+    void DrawTextForKeywriting(ST_WIDGET_POSITION pos, const unsigned char* text,
+                               unsigned long textColour, unsigned long boxColour,
+                               unsigned short size);
+    void ClearFactoryUiNative();
+    void ShowKeyWritingIcon(MAPI_BOOL on, MAPI_U16 status);
+    void ShowOomAlertMessage();
 
+private:
+    // Both drawing routines; a null box colour pointer draws the text alone.
+    void DrawNativeText(ST_WIDGET_POSITION pos, const unsigned char* text, unsigned long colour,
+                        const unsigned long* boxColour, unsigned short size);
+
+public:
     // ---- Key dispatcher and page reset -------------------------------------------
     // 1 when the key was consumed, 0 when the TV should handle it.
     MAPI_BOOL FactoryDoKeyAction(unsigned long key);
+    // Runs the factory remote controller's last code at once; 1 when it is one we run.
+    MAPI_BOOL SpeedupSpecificalKey();
+    // Defers that code until the serial fixture's work is done (timer 56 polls).
+    MAPI_BOOL FactoryKeyWaitMWBFinish();
     MAPI_BOOL OnTimer_FactoryKeyWaitMWBFinish(void* p1, void* p2, void* p3);
+    // Every page calls one of these on entry, so that one page at a time is active.
+    void ResetState();
+    void ResetStateWithoutKeyWriting();
+    void ResetKeyWriting();
 
+    // Mode flags of the pages (1 = the page is active and may own keys), in the
+    // dispatcher's order of priority. Each page sets its own on entry and clears it
+    // in its exit routine; the dispatcher never sets one.
+    MAPI_U8 m_bDModeOpen = 0;
+    MAPI_U8 m_bIsADCAdjustmentTesting = 0;
+    MAPI_U8 m_bIsVGAEDIDWriting = 0;
+    MAPI_U8 m_bIsWLANTesting = 0;
+    MAPI_U8 m_bIsWakeOnWLAN = 0;
+    MAPI_U8 m_bMediaPlayerMode = 0;
+    MAPI_U8 m_bVersionMode = 0;
+    MAPI_U8 m_bRevicInfoMode = 0;
+    MAPI_U8 m_bAutoBrightnessSensorValueMode = 0;
+    MAPI_U8 m_bDLNATestMode = 0;
+    MAPI_U8 m_bInternalPatternMode = 0;
+    MAPI_U8 m_bAgingMode1 = 0;
+    MAPI_U8 m_bAgingMode2 = 0;
+    MAPI_U8 m_bAudioBalanceCheckMode = 0;
+    MAPI_U8 m_bBackLightLevelMode = 0;
+    MAPI_U8 m_bAutoBrightnessSensorMode = 0;
+    MAPI_U8 m_bPolarizationMode = 0;
+    MAPI_U8 m_bDigitalAudioOutMode = 0;
+    MAPI_U8 m_bCITestMode = 0;
+    MAPI_U8 m_bCloneCopyMode = 0;
+    MAPI_U8 m_bCloneCopyBusy = 0;  // a copy is running: the power keys are swallowed
+    MAPI_U8 m_bATVTuningSearchMode = 0;
+    MAPI_U8 m_bPEQMode = 0;
+    MAPI_U8 m_b3DTimingMode = 0;
+    MAPI_U8 m_bAudioADVMode = 0;
+    MAPI_U8 m_bAPListShown = 0;
+    MAPI_U8 m_b9PointPatternMode = 0;
+    // Page flags cleared on reset that no key reaches.
+    MAPI_U8 m_bSModeShown = 0;
+    MAPI_U8 m_bCHPresetShown = 0;
+    // Version page opened by an application command: the host's UI comes back on exit.
+    MAPI_U8 m_bVersionShownByCommand = 0;
+    // ATV search: the program number the found channel goes to next.
+    MAPI_U16 m_u16CurrentChannelNum = 0;
+
+    // Routines of pages not in this build yet, called by the dispatcher.
+    MAPI_BOOL FactoryDModeAction(unsigned long key);
+    MAPI_BOOL OnEvent_MediaPlayerStop(void* p1, void* p2, void* p3);
+    MAPI_BOOL ExitVersionMode();
+    MAPI_BOOL VersionAction(unsigned long key);
+    MAPI_BOOL ExitRevicInfo();
+    MAPI_BOOL ExitAutoBrightnessSensorValueMode();
+    MAPI_BOOL ExitDLNATest();
+    MAPI_BOOL ExitAgingMode1();
+    MAPI_BOOL ExitAgingMode2();
+    MAPI_BOOL ExitAudioBalanceCheck();
+    MAPI_BOOL ExitBackLightLevel();
+    MAPI_BOOL ExitAutoBrightnessSensor();
+    MAPI_BOOL DisplayVideoAfterPolarizatonChanged();
+    MAPI_BOOL ExitDigitalAudioOut();
+    MAPI_BOOL ExitCITestStatus();
+    MAPI_BOOL ExitCloneCopy();
+    MAPI_BOOL ExitATVTuningSearch();
+    MAPI_BOOL ATVTuningSearchSelect();
+    MAPI_BOOL PEQProcessKey(unsigned long key);
+    MAPI_BOOL Factory3DTimingKeyAction(unsigned long key);
+    MAPI_BOOL FactoryAudioADVKeyAction(unsigned long key);
+    MAPI_BOOL DisplayAPListUI(char* ssid, char* signal);
+    MAPI_BOOL Display9PointPattern(MAPI_BOOL on);
+
+private:
+    struct KeyOwner;
+    struct RemoteCodeRow;
+    static const KeyOwner* KeyOwners(size_t& count);
+    MAPI_BOOL CloseExitPage(const KeyOwner& page, unsigned long key);
+    MAPI_BOOL VersionModeKey(unsigned long key);
+    MAPI_BOOL CloneCopyKey(unsigned long key);
+    MAPI_BOOL ATVTuningSearchKey(unsigned long key);
+    MAPI_BOOL KeyWritingResultKey(unsigned long key);
+    MAPI_BOOL PEQKey(unsigned long key);
+    MAPI_BOOL Timing3DKey(unsigned long key);
+    MAPI_BOOL AudioADVKey(unsigned long key);
+    MAPI_BOOL APListKey(unsigned long key);
+    MAPI_BOOL NinePointKey(unsigned long key);
+    static void CloseAging(FactoryManager& fm);
+    void SetKeyRouteDefault();
+    static const RemoteCodeRow* FindRemoteCode(unsigned short code);
+    void RunRemoteCode(const RemoteCodeRow& row);
+
+public:
     // ---- M-mode ------------------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryMModeStart(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_FactoryVolumeAdj(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_ExitFactoryMode(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryVolumeAdj(void* p1, void* p2, void* p3);
+    // Leaves M-mode on the host's power path: no standby.
+    MAPI_BOOL CloseMModeAfterPower();
+    // On: the red "M" and the line preparation; off: the mark goes.
+    MAPI_BOOL ShowMModeIcon(MAPI_BOOL on);
+    MAPI_BOOL IsMMode();
+    MAPI_BOOL IsSDMode();
+    // Action 0..3: the panel key's name for the web UI.
+    MAPI_BOOL OnEvent_FactoryM_ModeAction(unsigned char action);
+    MAPI_BOOL CloseSideKeyUIOnMmode();
+    MAPI_BOOL ShowFactorySerialNumStatus(unsigned char state);
+    MAPI_BOOL CloseFactorySerialNumOSD();
+    MAPI_BOOL GetProductSerialNum(unsigned char* serial);
+    // Set while the M-mode key name is on screen.
+    MAPI_U8 m_bMModeKeyShown = 0;
 
+private:
+    // Consumer defaults of leaving M-mode; the standby step only on the exit event.
+    void RestoreConsumerState(MAPI_BOOL standby);
+
+public:
     // ---- AT command channel --------------------------------------------------------
     MAPI_BOOL OnEvent_ReleaseAT_Cmd();
     MAPI_BOOL OnEvent_TJP(void* p1, void* p2, void* p3);

@@ -1,6 +1,7 @@
 // Entry point to the platform's middleware services.
 #pragma once
 
+#include "MTypes.h"
 #include "MapiInputSource.h"
 
 class MSrv_Factory_Cmd;
@@ -11,6 +12,8 @@ class MSrv_Player;
 class MSrv_SSSound;
 class MSrv_PreSharedKey;
 class MSrv_Factory_Mode;
+class MSrv_System_Database;
+class MSrv_ATV_Player;
 
 class MSrv_Control {
 public:
@@ -28,4 +31,8 @@ public:
 
     MSrv_PreSharedKey* GetMSrvPreSharedKey();
     MSrv_Factory_Mode* GetMSrvFactoryMode();
+    MSrv_System_Database* GetMSrvSystemDatabase();
+    MSrv_ATV_Player* GetMSrvAtv();
+    // Standby (1) as from the remote's power key.
+    MAPI_BOOL EnterSleepMode(MAPI_BOOL sleep);
 };

@@ -1,4 +1,4 @@
-// The platform's factory-mode service: the state of the set's serial port.
+// The platform's factory-mode service: the serial port and the watchdog.
 #pragma once
 
 #include "MSrv.h"
@@ -9,4 +9,6 @@ public:
     // 1 while the UART carries the console and the fixture's AT commands.
     MAPI_BOOL GetUart_ONOFF();
     MAPI_BOOL SetUart_ONOFF(MAPI_BOOL on);
+    // The hardware watchdog; the line switches it off while a set is being worked on.
+    MAPI_BOOL SetWDT_ONOFF(MAPI_BOOL on);
 };

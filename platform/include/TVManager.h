@@ -7,6 +7,7 @@ class FactoryManager;
 class KeyManager;
 class DatabaseManager;
 class TVPlayer;
+class ChannelManager;
 
 class TVManager {
 public:
@@ -29,4 +30,5 @@ public:
     // Returns whether the set accepted the request.
     MAPI_BOOL powerOff(int mode);
     TVPlayer* getTVPlayer();
+    ChannelManager* getChannelManager();
 };
