@@ -15,29 +15,10 @@
 
 namespace {
 
-std::vector<unsigned long> g_codes;
-unsigned char Listener(unsigned long code, void*, void*) {
-    g_codes.push_back(code);
-    return 0;
-}
-
-class KeyTest : public SetTest {
+class KeyTest : public HostTest {
 protected:
-    void SetUp() override {
-        SetTest::SetUp();
-        g_codes.clear();
-        FactoryManager::SetFactoryModeState(1);
-        Fm().setFactoryEventListener(Listener);
-    }
     sim::MModeState& MMode() { return Tv().Get<sim::MModeState>(); }
     sim::FactoryRemoteState& Remote() { return Tv().Get<sim::FactoryRemoteState>(); }
-    std::vector<std::string> Calls(const std::string& fn) {
-        std::vector<std::string> out;
-        for (const auto& c : Journal().Calls(fn)) {
-            out.push_back(c.args);
-        }
-        return out;
-    }
 };
 
 // Pages that are not built yet are opened by their flag, as their entry would.
@@ -125,7 +106,7 @@ TEST_F(KeyTest, VersionPageOpenedByCommandGivesTheHostItsUiBackOnce) {
     Fm().m_bVersionMode = 1;
     Fm().m_bVersionShownByCommand = 1;
     EXPECT_EQ(Fm().FactoryDoKeyAction(FactoryKey::Power), 1);
-    EXPECT_EQ(g_codes, std::vector<unsigned long>{0x12002});
+    EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12002});
     EXPECT_EQ(Fm().m_bVersionShownByCommand, 0);
     EXPECT_EQ(Calls("MEvtHandle::KillTimer"), std::vector<std::string>{"[57]"});
 }
@@ -173,7 +154,7 @@ TEST_F(KeyTest, ResetEndsKeyWritingOnlyWhileItRuns) {
     Fm().SetKeywritingStatus(2);
     Fm().ResetState();
     EXPECT_EQ(Fm().GetKeywritingStatus(), 2);
-    EXPECT_TRUE(g_codes.empty());
+    EXPECT_TRUE(Codes().empty());
 
     MSrv_Control_common::m_isWriteKeydone = 1;
     Fm().SetKeywritingStatus(1);
@@ -183,7 +164,7 @@ TEST_F(KeyTest, ResetEndsKeyWritingOnlyWhileItRuns) {
     MSrv_Control_common::m_isWriteKeydone = 0;
     EXPECT_EQ(out.find("~~ un-mount Key writing -- isWriteKeydone= 1 \n"), 0u);
     EXPECT_EQ(Fm().GetKeywritingStatus(), 0);
-    EXPECT_EQ(g_codes, std::vector<unsigned long>{0x12002});
+    EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12002});
     EXPECT_TRUE(Journal().HasLog("WidgetManager::clear - m_DFBWindow NULL"))
         << "the key-writing line is taken down";
 }

@@ -18,29 +18,10 @@
 
 namespace {
 
-std::vector<unsigned long> g_codes;
-unsigned char Listener(unsigned long code, void*, void*) {
-    g_codes.push_back(code);
-    return 0;
-}
-
-class MModeTest : public SetTest {
+class MModeTest : public HostTest {
 protected:
-    void SetUp() override {
-        SetTest::SetUp();
-        g_codes.clear();
-        FactoryManager::SetFactoryModeState(1);
-        Fm().setFactoryEventListener(Listener);
-    }
     sim::MModeState& MMode() { return Tv().Get<sim::MModeState>(); }
     sim::FactoryStoreState& Store() { return Tv().Get<sim::FactoryStoreState>(); }
-    std::vector<std::string> Calls(const std::string& fn) {
-        std::vector<std::string> out;
-        for (const auto& c : Journal().Calls(fn)) {
-            out.push_back(c.args);
-        }
-        return out;
-    }
     // The notes as "cmd=data".
     std::vector<std::string> Notes() {
         std::vector<std::string> out;
@@ -76,7 +57,7 @@ TEST_F(MModeTest, StartMarksTheScreenAndPreparesTheSetForTheLine) {
     EXPECT_EQ(Journal().CountCalls("MSrv_System_Database_DVB::RestoreDefaultDataTransfer"), 1u);
     EXPECT_TRUE(MMode().wifiDongle) << "the M-mode setting had not finished";
     EXPECT_TRUE(RedMarkShown());
-    EXPECT_EQ(g_codes, std::vector<unsigned long>{0x12003}) << "the host's UI is killed";
+    EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12003}) << "the host's UI is killed";
 }
 
 TEST_F(MModeTest, StartAcknowledgesAFinishedSettingInsteadOfTheDongle) {

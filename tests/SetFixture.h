@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "FactoryManager.h"
 #include "SimSet.h"
@@ -32,4 +33,32 @@ protected:
         Tv().PostFactoryEvent(id, p1, p2, p3);
     }
     void Advance(uint64_t ms) { Tv().Advance(ms); }
+};
+
+// A set whose host has switched factory mode on and records the listener codes
+// the library calls it with.
+class HostTest : public SetTest {
+protected:
+    void SetUp() override {
+        SetTest::SetUp();
+        Codes().clear();
+        FactoryManager::SetFactoryModeState(1);
+        Fm().setFactoryEventListener(&HostTest::Listener);
+    }
+    static std::vector<unsigned long>& Codes() {
+        static std::vector<unsigned long> codes;
+        return codes;
+    }
+    static unsigned char Listener(unsigned long code, void*, void*) {
+        Codes().push_back(code);
+        return 0;
+    }
+    // The arguments of each call of one platform function, in order.
+    std::vector<std::string> Calls(const std::string& fn) {
+        std::vector<std::string> out;
+        for (const auto& c : Journal().Calls(fn)) {
+            out.push_back(c.args);
+        }
+        return out;
+    }
 };
