@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <ostream>
 #include <string>
@@ -13,6 +14,7 @@
 #include "SetFixture.h"
 #include "SimKeyData.h"
 #include "SimPlayers.h"
+#include "SimRoot.h"
 #include "SimSystemInfo.h"
 
 namespace {
@@ -190,6 +192,27 @@ TEST_F(KeyDataTest, UriFailureLeavesTheTextAlone) {
     Tv().Get<sim::PlayerState>().dtvPresent = false;
     EXPECT_EQ(Fm().FactoryGetCIPlusURILicense(text), 0);
     EXPECT_EQ(text, "unchanged");
+}
+
+// A root of the user's own may hold links where the demo keys go: the links stay
+// as they are and nothing is written through them, out of the root.
+TEST(DemoKeyFiles, LinksOfAUserRootAreLeftAlone) {
+    namespace fs = std::filesystem;
+    std::string base = (fs::temp_directory_path() / "factory-keys-XXXXXX").string();
+    ASSERT_NE(mkdtemp(base.data()), nullptr);
+    const fs::path outside = fs::path(base) / "outside";
+    fs::create_directories(outside);
+    fs::create_directories(fs::path(base) / "set" / "ciplus");
+    fs::create_symlink(outside / "pvrkey.bin", fs::path(base) / "set" / "ciplus" / "pvrkey.bin");
+    fs::create_directories(fs::path(base) / "linked");
+    fs::create_directory_symlink(outside, fs::path(base) / "linked" / "ciplus");
+
+    const sim::Root set((fs::path(base) / "set").string());
+    EXPECT_TRUE(fs::is_symlink(set.Map("/ciplus/pvrkey.bin")));
+    EXPECT_TRUE(set.Exists("/ciplus/ci_plus.bin")) << "the other demo keys are installed";
+    const sim::Root linked((fs::path(base) / "linked").string());
+    EXPECT_TRUE(fs::is_empty(outside)) << "written through a link";
+    fs::remove_all(base);
 }
 
 }  // namespace

@@ -49,11 +49,16 @@ std::vector<DemoKeyFile> DemoFiles() {
 void InstallDemoKeyFiles(const std::filesystem::path& rootFolder) {
     const std::filesystem::path dir = rootFolder / "ciplus";
     std::error_code ec;
+    // Writing through a link could land outside the root: a linked key folder gets
+    // no demo keys, a linked key file is left as it is, dangling or not.
+    if (std::filesystem::is_symlink(std::filesystem::symlink_status(dir, ec))) {
+        return;
+    }
     std::filesystem::create_directories(dir, ec);
     for (const DemoKeyFile& file : DemoFiles()) {
         const std::filesystem::path path = dir / file.name;
         // A root of the user's own may already hold key files; never overwrite them.
-        if (std::filesystem::exists(path, ec)) {
+        if (std::filesystem::exists(std::filesystem::symlink_status(path, ec))) {
             continue;
         }
         std::vector<uint8_t> bytes(file.size);
