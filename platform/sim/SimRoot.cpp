@@ -18,7 +18,7 @@ Root::Root(const std::string& folder) {
         if (mkdtemp(pattern.data()) == nullptr) {
             throw std::runtime_error("cannot create a temporary root folder");
         }
-        m_folder = pattern;
+        m_folder = fs::canonical(pattern);
         m_temporary = true;
     } else {
         fs::create_directories(folder);
@@ -51,12 +51,39 @@ std::string Root::Map(const std::string& tvPath) const {
     fs::path out = m_folder;
     for (const auto& p : parts) {
         out /= p;
+        if (LeavesRoot(out)) {
+            // A link in a user's root that points elsewhere: the path maps to a
+            // place that does not exist, so every open and write through it fails.
+            return (m_folder / ".outside-root" / p).string();
+        }
     }
     std::string text = out.string();
     if (!tvPath.empty() && tvPath.back() == '/' && !parts.empty()) {
         text += '/';
     }
     return text;
+}
+
+bool Root::LeavesRoot(const fs::path& hostPath) const {
+    std::error_code ec;
+    fs::path target = hostPath;
+    // Follow the chain by hand: a dangling link still points somewhere.
+    for (int hops = 0; fs::is_symlink(target, ec); ++hops) {
+        const fs::path next = fs::read_symlink(target, ec);
+        if (ec || hops == 40) {
+            return true;
+        }
+        target = next.is_relative() ? target.parent_path() / next : next;
+        target = fs::weakly_canonical(target, ec);
+        if (ec) {
+            return true;
+        }
+    }
+    if (target == hostPath) {
+        return false;
+    }
+    const fs::path rel = target.lexically_relative(m_folder);
+    return rel.empty() || *rel.begin() == "..";
 }
 
 void Root::WriteFile(const std::string& tvPath, const std::string& bytes) const {

@@ -31,6 +31,8 @@ public:
 
 private:
     bool Chmod(const std::vector<std::string>& words) const;
+    // Whether a link at this host path leads out of the root.
+    bool LeavesRoot(const std::filesystem::path& hostPath) const;
 
     std::filesystem::path m_folder;
     bool m_temporary = false;
