@@ -208,4 +208,9 @@ TEST_F(MModeTest, AFifteenCharacterSerialIsCutToFourteen) {
     EXPECT_EQ(Notes(), std::vector<std::string>{"SerialNum-Ready=OK!! Serial No: AB345678901234"});
 }
 
+TEST_F(MModeTest, SerialReadWithoutABufferFailsInsteadOfCrashing) {
+    EXPECT_EQ(Fm().GetProductSerialNum(nullptr), 0);
+    EXPECT_EQ(Journal().CountCalls("MSrv_Factory_Cmd::ReadSerialNum"), 0u);
+}
+
 }  // namespace

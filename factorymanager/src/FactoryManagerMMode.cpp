@@ -216,6 +216,10 @@ MAPI_BOOL FactoryManager::CloseSideKeyUIOnMmode() {
 }
 
 MAPI_BOOL FactoryManager::GetProductSerialNum(unsigned char* serial) {
+    // The host's buffer: without one there is nothing to read into.
+    if (serial == nullptr) {
+        return 0;
+    }
     std::memset(serial, 0, kSerialBufferSize);
     return m_pFactoryCmd->ReadSerialNum(serial);
 }
