@@ -2,6 +2,7 @@
 // service, in virtual time.
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 #include "MEvtHandle.h"
@@ -18,6 +19,18 @@ public:
                          sim::Set::Instance().NowMs()});
         return 1;
     }
+    // Timer 3 posts message 100 to itself; the steps show what ran inside what.
+    MAPI_BOOL OnPostingTick(void*, void*, void*) {
+        steps.push_back("tick");
+        sim::Set::Instance().Loop().Post(this, 100, nullptr, nullptr, nullptr);
+        steps.push_back("tick done");
+        return 1;
+    }
+    MAPI_BOOL OnMessage(void*, void*, void*) {
+        steps.push_back("message");
+        return 1;
+    }
+    std::vector<std::string> steps;
     struct Tick {
         unsigned long id;
         uint64_t atMs;
@@ -33,6 +46,8 @@ private:
 const MSGMAP_ENTRY Recorder::s_entries[] = {
     {24, 0, 1, 1, 0, static_cast<PMSG_HANDLER>(&Recorder::OnTick)},
     {24, 0, 2, 2, 0, static_cast<PMSG_HANDLER>(&Recorder::OnTick)},
+    {24, 0, 3, 3, 0, static_cast<PMSG_HANDLER>(&Recorder::OnPostingTick)},
+    {100, 0, 0, 0, 0, static_cast<PMSG_HANDLER>(&Recorder::OnMessage)},
     {0, 0, 0, 0, 0, nullptr},
 };
 const MSGMAP Recorder::s_map = {&MEvtHandle::GetThisMessageMap, &Recorder::s_entries[0]};
@@ -81,6 +96,12 @@ TEST_F(EventLoopTest, TicksOfSeveralTimersArriveInTimeOrder) {
     rec.SetTimer(500, 2, E_TIMER_ONESHOT);
     Advance(1000);
     EXPECT_EQ(rec.ticks, (std::vector<Tick>{{1, 300}, {2, 500}, {1, 600}, {1, 900}}));
+}
+
+TEST_F(EventLoopTest, AMessagePostedByATickWaitsForTheTickToEnd) {
+    rec.SetTimer(500, 3, E_TIMER_ONESHOT);
+    Advance(1000);
+    EXPECT_EQ(rec.steps, (std::vector<std::string>{"tick", "tick done", "message"}));
 }
 
 TEST_F(EventLoopTest, KillingATimerThatIsNotArmedIsHarmless) {

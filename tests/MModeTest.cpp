@@ -45,6 +45,8 @@ protected:
 TEST_F(MModeTest, StartMarksTheScreenAndPreparesTheSetForTheLine) {
     Post(191);
     EXPECT_TRUE(Journal().HasLog("MSrv_Factory_Cmd::M_MODE_OPEN: 1"));
+    // Service tools look the routine up by the name and line the set logs.
+    EXPECT_TRUE(Journal().HasLog("void FactoryManager::ShowMModeIcon(MAPI_BOOL)[1576]"));
     std::vector<std::string> lines;
     for (const std::string& args : Calls("mapi_system::SystemCmd")) {
         lines.push_back(args.substr(0, args.find("\", ")));  // the line, not its result
@@ -77,7 +79,7 @@ TEST_F(MModeTest, ASystemDatabaseOfTheWrongKindStopsTheProcess) {
             Fm().ShowMModeIcon(1);
         },
         "ASSERT FAIL: \\./factorymanager/src/FactoryManager\\.cpp "
-        "MAPI_BOOL FactoryManager::ShowMModeIcon\\(MAPI_BOOL\\) 1592");
+        "void FactoryManager::ShowMModeIcon\\(MAPI_BOOL\\) 1592");
 }
 
 struct VolumeCase {
@@ -163,6 +165,7 @@ TEST_F(MModeTest, ClosingOnThePowerPathSkipsTheDebugPortAndStandby) {
     Store().Set(3567, 0);
     MMode().mMode = true;
     Fm().CloseMModeAfterPower();
+    EXPECT_TRUE(Journal().HasLog("FactoryManager::CloseMModeAfterPower()[1775]"));
     EXPECT_TRUE(Journal().HasLog("Close M mode "));
     EXPECT_FALSE(MMode().mMode);
     EXPECT_EQ(Store().Get(7838), 1);
@@ -203,6 +206,11 @@ TEST_F(MModeTest, AFifteenCharacterSerialIsCutToFourteen) {
     Tv().Get<sim::FactoryIdentityState>().SetSerial("AB3456789012345");
     Fm().ShowFactorySerialNumStatus(1);
     EXPECT_EQ(Notes(), std::vector<std::string>{"SerialNum-Ready=OK!! Serial No: AB345678901234"});
+}
+
+TEST_F(MModeTest, SerialReadWithoutABufferFailsInsteadOfCrashing) {
+    EXPECT_EQ(Fm().GetProductSerialNum(nullptr), 0);
+    EXPECT_EQ(Journal().CountCalls("MSrv_Factory_Cmd::ReadSerialNum"), 0u);
 }
 
 }  // namespace

@@ -257,7 +257,7 @@ public:
     // Leaves M-mode on the host's power path: no standby.
     MAPI_BOOL CloseMModeAfterPower();
     // On: the red "M" and the line preparation; off: the mark goes.
-    MAPI_BOOL ShowMModeIcon(MAPI_BOOL on);
+    void ShowMModeIcon(MAPI_BOOL on);
     MAPI_BOOL IsMMode();
     MAPI_BOOL IsSDMode();
     // Action 0..3: the panel key's name for the web UI.

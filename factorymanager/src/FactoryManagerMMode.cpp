@@ -30,6 +30,11 @@ constexpr MAPI_U8 kMuteTypeFactory = 4;
 constexpr unsigned short kItemSerialDebugPort = 7838;
 constexpr unsigned short kItemModeByte = 3567;
 constexpr size_t kSerialBufferSize = 15;
+// Service staff find these routines in the set's logs by the source lines of its
+// build, so the traces and the assertion carry those numbers, not ours.
+constexpr int kShowMModeIconLine = 1576;
+constexpr int kDatabaseAssertLine = 1592;
+constexpr int kCloseMModeLine = 1775;
 
 // Prepared on every start: the marker tells later boots the set came off the line.
 constexpr const char* kLinePreparation[] = {
@@ -41,19 +46,20 @@ constexpr const char* kLinePreparation[] = {
 // A set whose system database is not the DVB variant is built wrong: stop here,
 // as the service staff's logs expect.
 [[noreturn]] void AssertFail(const char* function) {
-    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager.cpp", function, 1592);
+    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager.cpp", function,
+           kDatabaseAssertLine);
     fflush(stdout);
     abort();
 }
 
 }  // namespace
 
-MAPI_BOOL FactoryManager::ShowMModeIcon(MAPI_BOOL on) {
-    FACTORY_TRACE();
+void FactoryManager::ShowMModeIcon(MAPI_BOOL on) {
+    FACTORY_LOG(FACTORY_LOG_TRACE, "%s[%d]", __PRETTY_FUNCTION__, kShowMModeIconLine);
     if (!on) {
         ClearFactoryUiNative();
         m_pFactoryCmd->EnableWiFiDongle(0);
-        return 1;
+        return;
     }
     MSrv_Control::GetInstance()->GetMSrvFactoryMode()->SetWDT_ONOFF(0);
     for (const char* line : kLinePreparation) {
@@ -72,7 +78,6 @@ MAPI_BOOL FactoryManager::ShowMModeIcon(MAPI_BOOL on) {
     } else {
         m_pFactoryCmd->EnableWiFiDongle(1);
     }
-    return 1;
 }
 
 MAPI_BOOL FactoryManager::OnEvent_FactoryMModeStart(void*, void*, void*) {
@@ -142,7 +147,7 @@ MAPI_BOOL FactoryManager::OnEvent_ExitFactoryMode(void*, void*, void*) {
 }
 
 MAPI_BOOL FactoryManager::CloseMModeAfterPower() {
-    FACTORY_TRACE();
+    FACTORY_LOG(FACTORY_LOG_TRACE, "%s[%d]", __PRETTY_FUNCTION__, kCloseMModeLine);
     FACTORY_LOG(FACTORY_LOG_INFO, "Close M mode ");
     ResetState();
     m_pFactoryCmd->SetFactoryMmodeStatus(0);
@@ -211,6 +216,10 @@ MAPI_BOOL FactoryManager::CloseSideKeyUIOnMmode() {
 }
 
 MAPI_BOOL FactoryManager::GetProductSerialNum(unsigned char* serial) {
+    // The host's buffer: without one there is nothing to read into.
+    if (serial == nullptr) {
+        return 0;
+    }
     std::memset(serial, 0, kSerialBufferSize);
     return m_pFactoryCmd->ReadSerialNum(serial);
 }

@@ -108,11 +108,23 @@ void EventLoop::RunUntilIdle() {
 
 void EventLoop::Advance(uint64_t ms) {
     const uint64_t target = m_clock.NowNs() + ms * 1000000ULL;
+    bool outer = false;
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        // A message posted by a tick's handler waits until that handler returns:
+        // the event thread delivers one message at a time.
+        outer = !m_dispatching;
+        m_dispatching = true;
+    }
     Work work;
     while (TakeNext(work, target)) {
         work();
     }
     m_clock.SetNs(target);
+    std::lock_guard<std::mutex> lock(m_mutex);
+    if (outer) {
+        m_dispatching = false;
+    }
 }
 
 void EventLoop::Start() {
