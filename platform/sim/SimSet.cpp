@@ -53,10 +53,11 @@ void Set::DestroyManager() {
 }
 
 void Set::Reset(const Options& options) {
-    DestroyManager();
+    // The event thread stops first, so nothing is delivered to a manager being destroyed.
     if (m_loop) {
         m_loop->Stop();
     }
+    DestroyManager();
     {
         std::lock_guard<std::mutex> lock(m_areaMutex);
         m_areas.clear();
