@@ -36,6 +36,12 @@ int callback_http(lws* wsi, lws_callback_reasons reason, void* user, void* in, s
 
 constexpr char kGreeting[] = "{\"cmd\":\"established\"}";
 
+// The callback's traces name it by the signature it has on the set, whose
+// libwebsockets passes the context and older type names; log readers match on it.
+constexpr char kCallbackFactoryName[] =
+    "int callback_factory(libwebsocket_context*, libwebsocket*, libwebsocket_callback_reasons, "
+    "void*, void*, size_t)";
+
 // Header names of the handshake dump, with the token each one reads; the last one
 // has no token in this libwebsockets and is never present.
 struct HandshakeHeader {
@@ -290,7 +296,7 @@ lws_protocols protocols[] = {
 };
 
 int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in, size_t len) {
-    FACTORY_LOG(FACTORY_LOG_WS, "%s[%d]", __PRETTY_FUNCTION__, __LINE__);
+    FACTORY_LOG(FACTORY_LOG_WS, "%s[%d]", kCallbackFactoryName, __LINE__);
     Server& server = TheServer();
     // The registry follows the transport whatever the mode, so that a connection
     // made while factory mode was off still hears notifications once it is on.
@@ -348,7 +354,7 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
                 }
                 text.swap(it->second.rx);
             }
-            HandleReceive(__PRETTY_FUNCTION__, wsi, text);
+            HandleReceive(kCallbackFactoryName, wsi, text);
             return 0;
         }
         case LWS_CALLBACK_SERVER_WRITEABLE:
