@@ -167,6 +167,26 @@ TEST_F(WebSocketServerTest, HostHearsOncePerClosedPage) {
     EXPECT_EQ(FactoryManager::m_isFactoryUiLoaded.load(), 1) << "a closed page stays loaded";
 }
 
+// A page that stops reading must not make the set hold its notifications forever:
+// it is dropped, like a page whose socket failed, and the others go on.
+TEST_F(WebSocketServerTest, PageThatStopsReadingIsClosed) {
+    wstest::Client stuck;
+    ASSERT_TRUE(stuck.Connect(Port(), "factorymode-0", 4096));
+    auto healthy = Greeted("factorymode-0");
+    const std::string data(1000, 'x');
+    for (int i = 0; i < 3000 && g_closedCalls == 0; ++i) {
+        Fm().NotifyUI(0, "Fill", data.c_str());
+        ASSERT_TRUE(healthy->Receive().has_value());
+    }
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(3);
+    while (g_closedCalls == 0 && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    EXPECT_EQ(g_closedCalls.load(), 1);
+    EXPECT_TRUE(Journal().HasLog("ERROR writing to socket"));
+    ExpectNothingPending(*healthy);
+}
+
 TEST_F(WebSocketServerTest, DestroyingTheManagerClosesPagesWithoutTellingTheHost) {
     auto page = Greeted("factorymode-0");
     Tv().Shutdown();

@@ -74,10 +74,18 @@ struct Frame {
     bool broadcast;  // a notification, as opposed to the greeting or the echo
 };
 
+// A page that stops reading leaves its socket full, and libwebsockets then never
+// asks for more: past this much waiting, it is dropped like a page whose write
+// failed. A reading page stays far below it even in a burst of redraws.
+constexpr size_t kMaxQueuedBytes = 1024 * 1024;
+
 struct Connection {
     int protocol = 0;  // entry of the protocol table
     std::deque<Frame> outbox;
-    std::string rx;  // a message arriving in fragments
+    size_t queuedBytes = 0;  // the texts in the outbox
+    bool choked = false;     // over kMaxQueuedBytes: to be closed, takes nothing more
+    bool closing = false;    // the service thread has asked libwebsockets to close it
+    std::string rx;          // a message arriving in fragments
 };
 
 // Process-wide, like the context it serves. The mutex guards everything but the
@@ -125,7 +133,7 @@ void ServiceLoop() {
 }
 
 // The service thread asks to be called back writeable for every connection with
-// something queued.
+// something queued, and closes the ones that stopped reading.
 void RequestWriteable() {
     Server& server = TheServer();
     std::lock_guard<std::mutex> lock(server.mutex);
@@ -133,9 +141,16 @@ void RequestWriteable() {
         return;
     }
     bool pending[3] = {false, false, false};
-    for (const auto& entry : server.connections) {
-        if (!entry.second.outbox.empty()) {
-            pending[entry.second.protocol] = true;
+    for (auto& entry : server.connections) {
+        Connection& connection = entry.second;
+        if (connection.choked && !connection.closing) {
+            connection.closing = true;
+            FACTORY_LOG(FACTORY_LOG_INFO, "ERROR writing to socket");
+            // Its socket is full: close without waiting to flush what it holds.
+            lws_set_timeout(entry.first, PENDING_TIMEOUT_USER_OK, LWS_TO_KILL_ASYNC);
+        }
+        if (!connection.outbox.empty()) {
+            pending[connection.protocol] = true;
         }
     }
     for (int p = 1; p <= 2; ++p) {
@@ -152,6 +167,7 @@ void Enqueue(lws* wsi, Frame frame, bool front = false) {
     if (it == server.connections.end()) {
         return;
     }
+    it->second.queuedBytes += frame.text.size();
     if (front) {
         it->second.outbox.push_front(std::move(frame));
     } else {
@@ -199,6 +215,7 @@ int SendQueued(lws* wsi) {
             frames.push_back(std::move(outbox.front()));
             outbox.pop_front();
         }
+        it->second.queuedBytes -= bytes;
         if (!outbox.empty()) {
             lws_callback_on_writable(wsi);
         }
@@ -318,6 +335,7 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
             auto it = server.connections.find(wsi);
             if (it != server.connections.end()) {
                 it->second.outbox.clear();
+                it->second.queuedBytes = 0;
             }
         }
         return 0;
@@ -482,8 +500,17 @@ void Broadcast(int protocolIndex, const std::string& text) {
     Server& server = TheServer();
     std::lock_guard<std::mutex> lock(server.mutex);
     for (auto& entry : server.connections) {
-        if (entry.second.protocol == protocolIndex) {
-            entry.second.outbox.push_back(Frame{text, true});
+        Connection& connection = entry.second;
+        if (connection.protocol != protocolIndex || connection.choked) {
+            continue;
+        }
+        connection.outbox.push_back(Frame{text, true});
+        connection.queuedBytes += text.size();
+        if (connection.queuedBytes > kMaxQueuedBytes) {
+            // The service thread closes it (RequestWriteable), woken below.
+            connection.choked = true;
+            connection.outbox.clear();
+            connection.queuedBytes = 0;
         }
     }
     // Under the lock, so the context cannot be destroyed meanwhile.
