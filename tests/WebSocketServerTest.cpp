@@ -93,6 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(IgnoredInput{"UnknownCmd", "{\"cmd\":\"reboot\"}", "cmd: reboot, unknown."},
                       IgnoredInput{"NumericCmd", "{\"cmd\":7}", nullptr},
                       IgnoredInput{"NoCmd", "{\"data\":1}", "Invalid input data!"},
+                      IgnoredInput{"NullCmd", "{\"cmd\":null}", "Invalid input data!"},
                       IgnoredInput{"Array", "[\"connect\"]", nullptr},
                       IgnoredInput{"BrokenJson", "{\"cmd\":\"conn", "Parse input json error"},
                       IgnoredInput{"Null", "null", nullptr}),

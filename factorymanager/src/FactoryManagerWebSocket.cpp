@@ -255,8 +255,9 @@ void HandleReceive(const char* fn, lws* wsi, const std::string& text) {
         return;
     }
     if (json_object_get_type(root) == json_type_object) {
-        json_object* cmd = nullptr;
-        if (!json_object_object_get_ex(root, "cmd", &cmd)) {
+        // A "cmd" of null is no cmd at all, as json-c's plain getter has it.
+        json_object* cmd = json_object_object_get(root, "cmd");
+        if (cmd == nullptr) {
             FACTORY_LOG(FACTORY_LOG_INFO, "[%s] Invalid input data!", fn);
         } else if (json_object_get_type(cmd) == json_type_string) {
             const char* name = json_object_get_string(cmd);
