@@ -18,10 +18,14 @@
 
 namespace wstest {
 
-inline int ConnectTcp(int port, int timeoutMs = 5000) {
+// A receive buffer size of 0 keeps the system's.
+inline int ConnectTcp(int port, int timeoutMs = 5000, int receiveBuffer = 0) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
     do {
         const int fd = socket(AF_INET, SOCK_STREAM, 0);
+        if (receiveBuffer > 0) {
+            setsockopt(fd, SOL_SOCKET, SO_RCVBUF, &receiveBuffer, sizeof(receiveBuffer));
+        }
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_port = htons(static_cast<uint16_t>(port));
@@ -74,9 +78,10 @@ public:
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
 
-    // Connects and upgrades with the given subprotocol; false if refused.
-    bool Connect(int port, const std::string& protocol) {
-        m_fd = ConnectTcp(port);
+    // Connects and upgrades with the given subprotocol; false if refused. A small
+    // receive buffer makes a page that stops reading choke quickly.
+    bool Connect(int port, const std::string& protocol, int receiveBuffer = 0) {
+        m_fd = ConnectTcp(port, 5000, receiveBuffer);
         if (m_fd < 0) {
             return false;
         }

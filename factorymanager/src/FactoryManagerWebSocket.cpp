@@ -36,6 +36,12 @@ int callback_http(lws* wsi, lws_callback_reasons reason, void* user, void* in, s
 
 constexpr char kGreeting[] = "{\"cmd\":\"established\"}";
 
+// The callback's traces name it by the signature it has on the set, whose
+// libwebsockets passes the context and older type names; log readers match on it.
+constexpr char kCallbackFactoryName[] =
+    "int callback_factory(libwebsocket_context*, libwebsocket*, libwebsocket_callback_reasons, "
+    "void*, void*, size_t)";
+
 // Header names of the handshake dump, with the token each one reads; the last one
 // has no token in this libwebsockets and is never present.
 struct HandshakeHeader {
@@ -68,10 +74,18 @@ struct Frame {
     bool broadcast;  // a notification, as opposed to the greeting or the echo
 };
 
+// A page that stops reading leaves its socket full, and libwebsockets then never
+// asks for more: past this much waiting, it is dropped like a page whose write
+// failed. A reading page stays far below it even in a burst of redraws.
+constexpr size_t kMaxQueuedBytes = 1024 * 1024;
+
 struct Connection {
     int protocol = 0;  // entry of the protocol table
     std::deque<Frame> outbox;
-    std::string rx;  // a message arriving in fragments
+    size_t queuedBytes = 0;  // the texts in the outbox
+    bool choked = false;     // over kMaxQueuedBytes: to be closed, takes nothing more
+    bool closing = false;    // the service thread has asked libwebsockets to close it
+    std::string rx;          // a message arriving in fragments
 };
 
 // Process-wide, like the context it serves. The mutex guards everything but the
@@ -119,7 +133,7 @@ void ServiceLoop() {
 }
 
 // The service thread asks to be called back writeable for every connection with
-// something queued.
+// something queued, and closes the ones that stopped reading.
 void RequestWriteable() {
     Server& server = TheServer();
     std::lock_guard<std::mutex> lock(server.mutex);
@@ -127,9 +141,16 @@ void RequestWriteable() {
         return;
     }
     bool pending[3] = {false, false, false};
-    for (const auto& entry : server.connections) {
-        if (!entry.second.outbox.empty()) {
-            pending[entry.second.protocol] = true;
+    for (auto& entry : server.connections) {
+        Connection& connection = entry.second;
+        if (connection.choked && !connection.closing) {
+            connection.closing = true;
+            FACTORY_LOG(FACTORY_LOG_INFO, "ERROR writing to socket");
+            // Its socket is full: close without waiting to flush what it holds.
+            lws_set_timeout(entry.first, PENDING_TIMEOUT_USER_OK, LWS_TO_KILL_ASYNC);
+        }
+        if (!connection.outbox.empty()) {
+            pending[connection.protocol] = true;
         }
     }
     for (int p = 1; p <= 2; ++p) {
@@ -146,6 +167,7 @@ void Enqueue(lws* wsi, Frame frame, bool front = false) {
     if (it == server.connections.end()) {
         return;
     }
+    it->second.queuedBytes += frame.text.size();
     if (front) {
         it->second.outbox.push_front(std::move(frame));
     } else {
@@ -193,6 +215,7 @@ int SendQueued(lws* wsi) {
             frames.push_back(std::move(outbox.front()));
             outbox.pop_front();
         }
+        it->second.queuedBytes -= bytes;
         if (!outbox.empty()) {
             lws_callback_on_writable(wsi);
         }
@@ -232,8 +255,9 @@ void HandleReceive(const char* fn, lws* wsi, const std::string& text) {
         return;
     }
     if (json_object_get_type(root) == json_type_object) {
-        json_object* cmd = nullptr;
-        if (!json_object_object_get_ex(root, "cmd", &cmd)) {
+        // A "cmd" of null is no cmd at all, as json-c's plain getter has it.
+        json_object* cmd = json_object_object_get(root, "cmd");
+        if (cmd == nullptr) {
             FACTORY_LOG(FACTORY_LOG_INFO, "[%s] Invalid input data!", fn);
         } else if (json_object_get_type(cmd) == json_type_string) {
             const char* name = json_object_get_string(cmd);
@@ -290,7 +314,7 @@ lws_protocols protocols[] = {
 };
 
 int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in, size_t len) {
-    FACTORY_LOG(FACTORY_LOG_WS, "%s[%d]", __PRETTY_FUNCTION__, __LINE__);
+    FACTORY_LOG(FACTORY_LOG_WS, "%s[%d]", kCallbackFactoryName, __LINE__);
     Server& server = TheServer();
     // The registry follows the transport whatever the mode, so that a connection
     // made while factory mode was off still hears notifications once it is on.
@@ -312,6 +336,7 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
             auto it = server.connections.find(wsi);
             if (it != server.connections.end()) {
                 it->second.outbox.clear();
+                it->second.queuedBytes = 0;
             }
         }
         return 0;
@@ -348,7 +373,7 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
                 }
                 text.swap(it->second.rx);
             }
-            HandleReceive(__PRETTY_FUNCTION__, wsi, text);
+            HandleReceive(kCallbackFactoryName, wsi, text);
             return 0;
         }
         case LWS_CALLBACK_SERVER_WRITEABLE:
@@ -476,8 +501,17 @@ void Broadcast(int protocolIndex, const std::string& text) {
     Server& server = TheServer();
     std::lock_guard<std::mutex> lock(server.mutex);
     for (auto& entry : server.connections) {
-        if (entry.second.protocol == protocolIndex) {
-            entry.second.outbox.push_back(Frame{text, true});
+        Connection& connection = entry.second;
+        if (connection.protocol != protocolIndex || connection.choked) {
+            continue;
+        }
+        connection.outbox.push_back(Frame{text, true});
+        connection.queuedBytes += text.size();
+        if (connection.queuedBytes > kMaxQueuedBytes) {
+            // The service thread closes it (RequestWriteable), woken below.
+            connection.choked = true;
+            connection.outbox.clear();
+            connection.queuedBytes = 0;
         }
     }
     // Under the lock, so the context cannot be destroyed meanwhile.
