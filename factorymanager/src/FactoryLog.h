@@ -13,3 +13,7 @@ constexpr unsigned long long FACTORY_LOG_INFO = kFactoryModule | 32;  // ordinar
 // Function-entry trace: the full signature and the source line.
 #define FACTORY_TRACE() \
     TVManager::printMsg(FACTORY_LOG_TRACE, "%s[%d]", __PRETTY_FUNCTION__, __LINE__)
+// The same trace where service staff know the routine by the line of the set's own
+// build: those lines are kept, so the logs read alike on every build.
+#define FACTORY_TRACE_AT(line) \
+    TVManager::printMsg(FACTORY_LOG_TRACE, "%s[%d]", __PRETTY_FUNCTION__, (line))

@@ -55,7 +55,7 @@ constexpr const char* kLinePreparation[] = {
 }  // namespace
 
 void FactoryManager::ShowMModeIcon(MAPI_BOOL on) {
-    FACTORY_LOG(FACTORY_LOG_TRACE, "%s[%d]", __PRETTY_FUNCTION__, kShowMModeIconLine);
+    FACTORY_TRACE_AT(kShowMModeIconLine);
     if (!on) {
         ClearFactoryUiNative();
         m_pFactoryCmd->EnableWiFiDongle(0);
@@ -147,7 +147,7 @@ MAPI_BOOL FactoryManager::OnEvent_ExitFactoryMode(void*, void*, void*) {
 }
 
 MAPI_BOOL FactoryManager::CloseMModeAfterPower() {
-    FACTORY_LOG(FACTORY_LOG_TRACE, "%s[%d]", __PRETTY_FUNCTION__, kCloseMModeLine);
+    FACTORY_TRACE_AT(kCloseMModeLine);
     FACTORY_LOG(FACTORY_LOG_INFO, "Close M mode ");
     ResetState();
     m_pFactoryCmd->SetFactoryMmodeStatus(0);

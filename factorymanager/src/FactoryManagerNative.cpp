@@ -162,7 +162,7 @@ void FactoryManager::ClearFactoryUiNative() {
 }
 
 void FactoryManager::ShowKeyWritingIcon(MAPI_BOOL on, MAPI_U16 status) {
-    FACTORY_TRACE();
+    FACTORY_TRACE_AT(1615);
     printf("~~ [MSrv_Factory_Cmd::ShowKeyWritingIcon ] \n ");
     if (!on) {
         m_bKeyWritingResult = 0;
