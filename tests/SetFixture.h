@@ -15,8 +15,13 @@ protected:
     void SetUp() override { sim::Set::Instance().Reset(MakeOptions()); }
     void TearDown() override { sim::Set::Instance().Shutdown(); }
 
-    // A test may ask for another kind of set (port, root) by overriding this.
-    virtual sim::Options MakeOptions() { return sim::Options(); }
+    // A test may ask for another kind of set (port, root) by overriding this. The
+    // port is a free one, so that tests running side by side never collide.
+    virtual sim::Options MakeOptions() {
+        sim::Options options;
+        options.port = 0;
+        return options;
+    }
 
     sim::Set& Tv() { return sim::Set::Instance(); }
     FactoryManager& Fm() { return *TVManager::GetInstance()->getFactoryManager(); }

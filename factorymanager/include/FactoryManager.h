@@ -3,11 +3,15 @@
 // keys to it; every page, test and editor is a method of this class.
 #pragma once
 
+#include <pthread.h>
+
 #include <atomic>
+#include <type_traits>
 
 #include "FactoryATCmdVersion.h"
 #include "MEvtHandle.h"
 #include "MTypes.h"
+#include "WidgetTypes.h"
 
 class MSrv_Factory_Cmd;
 class MSrv_Factory_Default;
@@ -15,7 +19,10 @@ struct _IDirectFB;
 typedef struct _IDirectFB IDirectFB;
 struct _IDirectFBWindow;
 typedef struct _IDirectFBWindow IDirectFBWindow;
+struct _IDirectFBSurface;
+typedef struct _IDirectFBSurface IDirectFBSurface;
 struct lws_context;
+struct json_object;
 
 // Host callback: (code, 0, 0); the return value is ignored.
 typedef unsigned char (*EventListener)(unsigned long code, void* p1, void* p2);
@@ -88,20 +95,182 @@ private:
 
 public:
     // ---- UI channel: WebSocket server, notifications, page control --------------
+    // Creates the server context; the server thread then runs its service loop.
+    void InitWebSocketServer();
 
+    // Sends {"cmd":cmd,"data":data} to every connection of the channel's protocol
+    // (0: "factorymode-0", 1: "factorymode-1", else nobody).
+    void NotifyUI(int channel, const char* cmd, long data);
+    void NotifyUI(int channel, const char* cmd, char* data);
+    // Page texts are mostly literals; they are sent exactly like the char* form.
+    void NotifyUI(int channel, const char* cmd, const char* data);
+    // Any other integer (MAPI_U8, int, unsigned ...) goes out as a JSON integer.
+    template <class T, std::enable_if_t<std::is_integral<T>::value, int> = 0>
+    void NotifyUI(int channel, const char* cmd, T data) {
+        NotifyUI(channel, cmd, static_cast<long>(data));
+    }
+
+    void CheckFactoryUiIsReady();
+    BOOL isWebAppMgrServiceInitialized();
+    void LoadPageFromEnv();
+    MAPI_BOOL ClearFactoryUiWeb();
+    void InfoZYTAppMgr(unsigned char on);
+    void InfoZYTAppMgrForVersion(unsigned char kill);
+    void InfoWebAppMgrHideShowPage(unsigned char hide, unsigned char index);
+    void ShowKeyWriting(MAPI_U16 status);
+    void ShowSerialNoWriting(MAPI_U16 status);
+
+private:
+    // Stops the service loop and joins the server thread (the destructor, before
+    // the context goes).
+    void StopWebSocketServer();
+    // Sends {"cmd":cmd,"data":data} and releases it.
+    void SendNotification(int channel, const char* cmd, json_object* data);
+
+    pthread_t m_hWebSocketThread{};
+    // Set by ShowKeyWriting and the key-writing line; tested by the key dispatcher.
+    MAPI_BOOL m_bKeyWritingResult = 0;
+
+public:
     // ---- Native on-screen text ---------------------------------------------------
+    // The window's surface, shown and on top; the caller releases it. Null on failure.
+    IDirectFBSurface* GetDFBSurface();
+    void DrawText(ST_WIDGET_POSITION pos, const unsigned char* text, unsigned long colour,
+                  unsigned short size);
+    void DrawTextForKeywriting(ST_WIDGET_POSITION pos, const unsigned char* text,
+                               unsigned long textColour, unsigned long boxColour,
+                               unsigned short size);
+    void ClearFactoryUiNative();
+    void ShowKeyWritingIcon(MAPI_BOOL on, MAPI_U16 status);
+    void ShowOomAlertMessage();
 
+private:
+    // Both drawing routines; a null box colour pointer draws the text alone.
+    void DrawNativeText(ST_WIDGET_POSITION pos, const unsigned char* text, unsigned long colour,
+                        const unsigned long* boxColour, unsigned short size);
+
+public:
     // ---- Key dispatcher and page reset -------------------------------------------
     // 1 when the key was consumed, 0 when the TV should handle it.
     MAPI_BOOL FactoryDoKeyAction(unsigned long key);
+    // Runs the factory remote controller's last code at once; 1 when it is one we run.
+    MAPI_BOOL SpeedupSpecificalKey();
+    // Defers that code until the serial fixture's work is done (timer 56 polls).
+    MAPI_BOOL FactoryKeyWaitMWBFinish();
     MAPI_BOOL OnTimer_FactoryKeyWaitMWBFinish(void* p1, void* p2, void* p3);
+    // Every page calls one of these on entry, so that one page at a time is active.
+    void ResetState();
+    void ResetStateWithoutKeyWriting();
+    void ResetKeyWriting();
 
+    // Mode flags of the pages (1 = the page is active and may own keys), in the
+    // dispatcher's order of priority. Each page sets its own on entry and clears it
+    // in its exit routine; the dispatcher never sets one.
+    MAPI_U8 m_bDModeOpen = 0;
+    MAPI_U8 m_bIsADCAdjustmentTesting = 0;
+    MAPI_U8 m_bIsVGAEDIDWriting = 0;
+    MAPI_U8 m_bIsWLANTesting = 0;
+    MAPI_U8 m_bIsWakeOnWLAN = 0;
+    MAPI_U8 m_bMediaPlayerMode = 0;
+    MAPI_U8 m_bVersionMode = 0;
+    MAPI_U8 m_bRevicInfoMode = 0;
+    MAPI_U8 m_bAutoBrightnessSensorValueMode = 0;
+    MAPI_U8 m_bDLNATestMode = 0;
+    MAPI_U8 m_bInternalPatternMode = 0;
+    MAPI_U8 m_bAgingMode1 = 0;
+    MAPI_U8 m_bAgingMode2 = 0;
+    MAPI_U8 m_bAudioBalanceCheckMode = 0;
+    MAPI_U8 m_bBackLightLevelMode = 0;
+    MAPI_U8 m_bAutoBrightnessSensorMode = 0;
+    MAPI_U8 m_bPolarizationMode = 0;
+    MAPI_U8 m_bDigitalAudioOutMode = 0;
+    MAPI_U8 m_bCITestMode = 0;
+    MAPI_U8 m_bCloneCopyMode = 0;
+    MAPI_U8 m_bCloneCopyBusy = 0;  // a copy is running: the power keys are swallowed
+    MAPI_U8 m_bATVTuningSearchMode = 0;
+    MAPI_U8 m_bPEQMode = 0;
+    MAPI_U8 m_b3DTimingMode = 0;
+    MAPI_U8 m_bAudioADVMode = 0;
+    MAPI_U8 m_bAPListShown = 0;
+    MAPI_U8 m_b9PointPatternMode = 0;
+    // Page flags cleared on reset that no key reaches.
+    MAPI_U8 m_bSModeShown = 0;
+    MAPI_U8 m_bCHPresetShown = 0;
+    // Version page opened by an application command: the host's UI comes back on exit.
+    MAPI_U8 m_bVersionShownByCommand = 0;
+    // ATV search: the program number the found channel goes to next.
+    MAPI_U16 m_u16CurrentChannelNum = 0;
+
+    // Routines of pages not in this build yet, called by the dispatcher.
+    MAPI_BOOL FactoryDModeAction(unsigned long key);
+    MAPI_BOOL OnEvent_MediaPlayerStop(void* p1, void* p2, void* p3);
+    MAPI_BOOL ExitVersionMode();
+    MAPI_BOOL VersionAction(unsigned long key);
+    MAPI_BOOL ExitRevicInfo();
+    MAPI_BOOL ExitAutoBrightnessSensorValueMode();
+    MAPI_BOOL ExitDLNATest();
+    MAPI_BOOL ExitAgingMode1();
+    MAPI_BOOL ExitAgingMode2();
+    MAPI_BOOL ExitAudioBalanceCheck();
+    MAPI_BOOL ExitBackLightLevel();
+    MAPI_BOOL ExitAutoBrightnessSensor();
+    MAPI_BOOL DisplayVideoAfterPolarizatonChanged();
+    MAPI_BOOL ExitDigitalAudioOut();
+    MAPI_BOOL ExitCITestStatus();
+    MAPI_BOOL ExitCloneCopy();
+    MAPI_BOOL ExitATVTuningSearch();
+    MAPI_BOOL ATVTuningSearchSelect();
+    MAPI_BOOL PEQProcessKey(unsigned long key);
+    MAPI_BOOL Factory3DTimingKeyAction(unsigned long key);
+    MAPI_BOOL FactoryAudioADVKeyAction(unsigned long key);
+    MAPI_BOOL DisplayAPListUI(char* ssid, char* signal);
+    MAPI_BOOL Display9PointPattern(MAPI_BOOL on);
+
+private:
+    struct KeyOwner;
+    struct RemoteCodeRow;
+    static const KeyOwner* KeyOwners(size_t& count);
+    MAPI_BOOL CloseExitPage(const KeyOwner& page, unsigned long key);
+    MAPI_BOOL VersionModeKey(unsigned long key);
+    MAPI_BOOL CloneCopyKey(unsigned long key);
+    MAPI_BOOL ATVTuningSearchKey(unsigned long key);
+    MAPI_BOOL KeyWritingResultKey(unsigned long key);
+    MAPI_BOOL PEQKey(unsigned long key);
+    MAPI_BOOL Timing3DKey(unsigned long key);
+    MAPI_BOOL AudioADVKey(unsigned long key);
+    MAPI_BOOL APListKey(unsigned long key);
+    MAPI_BOOL NinePointKey(unsigned long key);
+    static void CloseAging(FactoryManager& fm);
+    void SetKeyRouteDefault();
+    static const RemoteCodeRow* FindRemoteCode(unsigned short code);
+    void RunRemoteCode(const RemoteCodeRow& row);
+
+public:
     // ---- M-mode ------------------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryMModeStart(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_FactoryVolumeAdj(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_ExitFactoryMode(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryVolumeAdj(void* p1, void* p2, void* p3);
+    // Leaves M-mode on the host's power path: no standby.
+    MAPI_BOOL CloseMModeAfterPower();
+    // On: the red "M" and the line preparation; off: the mark goes.
+    MAPI_BOOL ShowMModeIcon(MAPI_BOOL on);
+    MAPI_BOOL IsMMode();
+    MAPI_BOOL IsSDMode();
+    // Action 0..3: the panel key's name for the web UI.
+    MAPI_BOOL OnEvent_FactoryM_ModeAction(unsigned char action);
+    MAPI_BOOL CloseSideKeyUIOnMmode();
+    MAPI_BOOL ShowFactorySerialNumStatus(unsigned char state);
+    MAPI_BOOL CloseFactorySerialNumOSD();
+    MAPI_BOOL GetProductSerialNum(unsigned char* serial);
+    // Set while the M-mode key name is on screen.
+    MAPI_U8 m_bMModeKeyShown = 0;
 
+private:
+    // Consumer defaults of leaving M-mode; the standby step only on the exit event.
+    void RestoreConsumerState(MAPI_BOOL standby);
+
+public:
     // ---- AT command channel --------------------------------------------------------
     MAPI_BOOL OnEvent_ReleaseAT_Cmd();
     MAPI_BOOL OnEvent_TJP(void* p1, void* p2, void* p3);
@@ -111,7 +280,113 @@ public:
     MAPI_BOOL OnTimer_ReleaseAT_Cmd(void* p1, void* p2, void* p3);
 
     // ---- Version and identity readers --------------------------------------------
+    // Each string reader returns its own buffer, rewritten on every call (the DPDD
+    // and DIAL readers share one), or null when the buffer cannot be allocated.
+    const char* FactoryGetTVModel();
+    const char* FactoryGetTVModelId();
+    const char* FactoryGetZYTAppVersion();
+    const char* FactoryGetSWVersion();
+    const char* FactoryGetMbootVersion();
+    const char* FactoryGetPQVersion();
+    const char* FactoryGetPQ2Version();
+    const char* FactoryGetPQ3Version();
+    const char* FactoryGetPQ4Version();
+    const char* FactoryGetFRCVersion();
+    const char* FactoryGetDPDDVersion();
+    const char* FactoryGetNeuSoftVersion();
+    const char* FactoryGetCESIVersion();
+    const char* FactoryGetIPRCVersion();
+    const char* FactoryGetIRBlasterDB();
+    const char* FactoryGetDIALVersion();
+    const char* FactoryGetASF_Version();
+    MAPI_U32 ASF_GetVersion();
+    const char* FactoryGetChDBVersion();
+    const char* FactoryGetMainBoardTemp();
+    const char* FactoryGetODTable();
+    const char* FactoryGetSerialNo();
+    const char* FactoryGetMACAddress();
+    const char* FactoryGetWLANMACAddress();
+    const char* FactoryGetPOT();
+    const char* FactoryGetAST();
+    const char* FactoryGetDLNACheck();
+    // Null also when the current source has no player.
+    const char* FactoryGetMainFormat();
 
+    // Status readers: 1 good, 0 not (the VGA EDID reader also 2, written but unknown).
+    MAPI_U8 FactoryGetADAdjustPALStatus();
+    MAPI_U8 FactoryGetADAdjustNTSCStatus();
+    MAPI_U8 FactoryGetADAdjustCOMPStatus();
+    MAPI_U8 FactoryGetADAdjustRGBStatus();
+    MAPI_U8 FactoryGetADAdjustCVBSStatus();
+    MAPI_U8 FactoryGetEDIDVGA();
+    MAPI_U8 FactoryGetEDIDHDMI1();
+    MAPI_U8 FactoryGetEDIDHDMI2();
+    MAPI_U8 FactoryGetEDIDHDMI3();
+    MAPI_U8 FactoryGetEDIDHDMI4();
+    MAPI_U8 FactoryGetWriteProtect();
+    MAPI_U8 has4KDemoData();
+
+    // Readers of the four-panel products; here they return an empty text so that
+    // every product answers the same AT commands.
+    const char* FactoryGetREVICVersion();
+    const char* FactoryGetARMVersion();
+    const char* FactoryGetCRISCVersion();
+    const char* FactoryGetBRISCVersion();
+    const char* FactoryGetFPGAVersion();
+    const char* FactoryGetBootLoaderVersion();
+    const char* FactoryGetUSBConnect();
+    const char* FactoryGetRevicMemory();
+    const char* FactoryGetRevicCtrl();
+    const char* FactoryGetRevicPQVersion();
+    const char* FactoryGetInformation();
+    const char* FactoryGetGPIOConnect();
+    const char* FactoryGetUniformityData();
+    const char* FactoryGetRevicLD_DATA();
+
+private:
+    // Allocates the buffer on first use and zeroes it; null when out of memory.
+    static char* ReaderBuffer(char*& buffer, unsigned int size);
+    // Copies a platform text into a reader buffer, cut to fit.
+    const char* ReaderCopy(char*& buffer, unsigned int size, const char* text);
+    const char* ReaderVersionRecordField(char*& buffer, unsigned int size, unsigned int offset);
+    const char* ReaderCounter(char*& buffer, unsigned short firstItem);
+    // One byte of the factory store; 0 when it cannot be read.
+    MAPI_U8 ReaderFactoryData(unsigned short item);
+    MAPI_U8 ReaderHdmiEdid(MAPI_U8 port);
+    const char* FourPanelStub(const char* reader);
+    // Frees the reader buffers in declared order (destructor).
+    void FreeVersionReaderBuffers();
+
+    char* m_pszTVModel = nullptr;
+    char* m_pszTVModelId = nullptr;
+    char* m_pszZYTAppVersion = nullptr;
+    char* m_pszSWVersion = nullptr;
+    char* m_pszMbootVersion = nullptr;
+    char* m_pszPQVersion = nullptr;
+    char* m_pszPQ2Version = nullptr;
+    char* m_pszPQ3Version = nullptr;
+    char* m_pszPQ4Version = nullptr;
+    char* m_pszFRCVersion = nullptr;
+    char* m_pszDPDDDIALVersion = nullptr;  // shared by the DPDD and DIAL readers
+    char* m_pszNeuSoftVersion = nullptr;
+    char* m_pszCESIVersion = nullptr;
+    char* m_pszIPRCVersion = nullptr;
+    char* m_pszIRBlasterDB = nullptr;
+    char* m_pszASFVersion = nullptr;
+    char* m_pszChDBVersion = nullptr;
+    char* m_pszMainBoardTemp = nullptr;
+    char* m_pszODTable = nullptr;
+    char* m_pszSerialNo = nullptr;
+    char* m_pszMACAddress = nullptr;
+    char* m_pszWLANMACAddress = nullptr;
+    char* m_pszPOT = nullptr;
+    char* m_pszAST = nullptr;
+    char* m_pszDLNACheck = nullptr;
+    char* m_pszMainFormat = nullptr;
+    char m_szFourPanelStub[51] = {};
+    static char* FactoryManager::*const s_versionReaderBuffers[];
+
+public:
     // ---- Key data readers ----------------------------------------------------------
 
     // ---- Information pages, serial log ---------------------------------------------

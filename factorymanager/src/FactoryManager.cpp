@@ -7,6 +7,7 @@
 #include <ctime>
 
 #include "FactoryLog.h"
+#include "FactoryWebSocketServer.h"
 #include "KeyManager.h"
 #include "MSrv_Control.h"
 #include "MSrv_Factory_Cmd.h"
@@ -35,7 +36,16 @@ FactoryManager::FactoryManager() {
     std::memset(&stATCMD_Version, 0, sizeof(stATCMD_Version));
 }
 
-FactoryManager::~FactoryManager() { FACTORY_LOG(FACTORY_LOG_INFO, "FactoryManager destroyed"); }
+FactoryManager::~FactoryManager() {
+    // The server thread is stopped and joined before its context goes, so that an
+    // instance can be destroyed safely; the pointer is cleared with it.
+    StopWebSocketServer();
+    if (lws_context* context = m_stContext.exchange(nullptr)) {
+        factory_ws::DestroyContext(context);
+    }
+    FreeVersionReaderBuffers();
+    FACTORY_LOG(FACTORY_LOG_INFO, "FactoryManager destroyed");
+}
 
 void FactoryManager::setFactoryEventListener(EventListener listener) {
     FACTORY_TRACE();

@@ -2,7 +2,11 @@
 #pragma once
 
 #include "MSrv.h"
+#include "MTypes.h"
 
 class MSrv_Factory_Default : public MSrv {
 public:
+    // One byte of the factory store per item number.
+    MAPI_BOOL GetFactoryData(unsigned short id, unsigned char* value);
+    MAPI_BOOL SetFactoryData(unsigned short id, unsigned char value);
 };

@@ -3,6 +3,8 @@
 
 class FactoryManager;
 class KeyManager;
+class DatabaseManager;
+class ChannelManager;
 
 class TVManager {
 public:
@@ -11,4 +13,13 @@ public:
     KeyManager* getKeyManager();
     static void printMsg(unsigned long long mask, const char* format, ...)
         __attribute__((format(printf, 2, 3)));
+
+    DatabaseManager* getDatabaseManager();
+    // Each writes at most 20 characters and a terminator.
+    void getFRCVersion(char* version);
+    // Each writes at most 29 characters and a terminator.
+    void GetSoCRealSWVersion(char* version);
+    void GetSoCFWVersion(char* version);
+
+    ChannelManager* getChannelManager();
 };

@@ -128,8 +128,6 @@ void KeyManager::setOnKeyEventListener(OnKeyEventListener listener) {
     Set::Instance().Get<sim::KeyState>().listener = listener;
 }
 
-IDirectFB* MSystem::GetDirectFB() { return Set::Instance().Get<sim::DisplayState>().Dfb(); }
-
 MSystem* MSystem::GetInstance() {
     static MSystem system;
     return &system;

@@ -1,13 +1,10 @@
-// Simulated state of the key manager, the web-application manager's receive
-// callback and the display.
+// Simulated state of the key manager and the web-application manager's receive
+// callback.
 #pragma once
 
 #include "KeyManager.h"
 #include "SimSet.h"
 #include "WebAppMgr.h"
-
-struct _IDirectFB;
-typedef struct _IDirectFB IDirectFB;
 
 namespace sim {
 
@@ -16,11 +13,6 @@ struct KeyState : Area {
     KeyManager manager;
     OnKeyEventListener listener = nullptr;
     WebAppMgr_OnReceiveEvent webAppReceive = nullptr;
-};
-
-// The set's display. The native text layer draws on it through DirectFB.
-struct DisplayState : Area {
-    IDirectFB* Dfb();
 };
 
 }  // namespace sim

@@ -1,10 +1,38 @@
 #include "SimSet.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include "FactoryManager.h"
 #include "MSrv_Control.h"
 #include "MSrv_Factory_Cmd.h"
 
 namespace sim {
+
+namespace {
+// A port nobody listens on now, from the system's ephemeral range, so that sets
+// of parallel test processes never share one.
+int PickFreeLoopbackPort() {
+    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    if (fd < 0) {
+        return 0;
+    }
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = 0;
+    socklen_t size = sizeof(address);
+    int port = 0;
+    if (bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)) == 0 &&
+        getsockname(fd, reinterpret_cast<sockaddr*>(&address), &size) == 0) {
+        port = ntohs(address.sin_port);
+    }
+    close(fd);
+    return port;
+}
+}  // namespace
 
 Set& Set::Instance() {
     static Set set;
@@ -37,6 +65,9 @@ void Set::Reset(const Options& options) {
         m_root->Remove();
     }
     m_options = options;
+    if (m_options.port == 0) {
+        m_options.port = PickFreeLoopbackPort();
+    }
     m_recipients.clear();
     m_journal.Clear();
     m_clock = std::make_unique<Clock>(options.time);

@@ -25,7 +25,7 @@ struct Options {
     TimeMode time = TimeMode::Virtual;
     std::string rootFolder;                   // empty: a fresh temporary folder
     std::string listenAddress = "127.0.0.1";  // empty: every interface
-    int port = 7233;
+    int port = 7233;                          // 0: a free loopback port, chosen at Reset
 };
 
 // One piece of simulated state (the factory store, the web-application manager,

@@ -1,0 +1,514 @@
+// The factory UI's WebSocket server: the protocol table, the server thread and its
+// service loop, and the callbacks that greet the page, answer "connect", relay
+// notifications and serve the test page over plain HTTP.
+//
+// Current libwebsockets can neither fork a service loop nor broadcast from another
+// thread, so each connection keeps a FIFO outbox: NotifyUI appends to it and wakes
+// the loop with lws_cancel_service; the loop sends when the connection is writeable.
+// The greeting and the "connect" echo go through the same outbox, so a page that
+// sends "connect" and sees the echo knows every earlier notification has arrived.
+#include <json-c/json.h>
+#include <libwebsockets.h>
+
+#include <unistd.h>
+
+#include <condition_variable>
+#include <cstdint>
+#include <cstring>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "FactoryListenerCodes.h"
+#include "FactoryLog.h"
+#include "FactoryManager.h"
+#include "FactoryWebSocketServer.h"
+#include "TVManager.h"
+#include "TvHost.h"
+
+// The protocol table (below); its entries 1 and 2 are the factory channels.
+extern lws_protocols protocols[];
+
+namespace {
+
+int callback_http(lws* wsi, lws_callback_reasons reason, void* user, void* in, size_t len);
+
+constexpr char kGreeting[] = "{\"cmd\":\"established\"}";
+
+// Header names of the handshake dump, with the token each one reads; the last one
+// has no token in this libwebsockets and is never present.
+struct HandshakeHeader {
+    const char* name;
+    int token;
+};
+const HandshakeHeader kHandshakeHeaders[] = {
+    {"GET URI", WSI_TOKEN_GET_URI},
+    {"Host", WSI_TOKEN_HOST},
+    {"Connection", WSI_TOKEN_CONNECTION},
+    {"key 1", WSI_TOKEN_KEY1},
+    {"key 2", WSI_TOKEN_KEY2},
+    {"Protocol", WSI_TOKEN_PROTOCOL},
+    {"Upgrade", WSI_TOKEN_UPGRADE},
+    {"Origin", WSI_TOKEN_ORIGIN},
+    {"Draft", WSI_TOKEN_DRAFT},
+    {"Challenge", WSI_TOKEN_CHALLENGE},
+    {"Key", WSI_TOKEN_KEY},
+    {"Version", WSI_TOKEN_VERSION},
+    {"Sworigin", WSI_TOKEN_SWORIGIN},
+    {"Extensions", WSI_TOKEN_EXTENSIONS},
+    {"Accept", WSI_TOKEN_ACCEPT},
+    {"Nonce", WSI_TOKEN_NONCE},
+    {"Http", WSI_TOKEN_HTTP},
+    {"MuxURL", -1},
+};
+
+struct Frame {
+    std::string text;
+    bool broadcast;  // a notification, as opposed to the greeting or the echo
+};
+
+struct Connection {
+    int protocol = 0;  // entry of the protocol table
+    std::deque<Frame> outbox;
+    std::string rx;  // a message arriving in fragments
+};
+
+// Process-wide, like the context it serves. The mutex guards everything but the
+// transmit buffer, which only the service thread touches.
+struct Server {
+    std::mutex mutex;
+    std::condition_variable stopped;
+    lws_context* context = nullptr;
+    std::map<lws*, Connection> connections;
+    bool stop = false;
+    bool destroying = false;
+    std::vector<unsigned char> tx;
+};
+
+Server& TheServer() {
+    static Server server;
+    return server;
+}
+
+void ServiceLoop() {
+    Server& server = TheServer();
+    lws_context* context = nullptr;
+    {
+        std::lock_guard<std::mutex> lock(server.mutex);
+        context = server.context;
+    }
+    if (context != nullptr) {
+        for (;;) {
+            {
+                std::lock_guard<std::mutex> lock(server.mutex);
+                if (server.stop) {
+                    return;
+                }
+            }
+            if (lws_service(context, 0) < 0) {
+                FACTORY_LOG(FACTORY_LOG_ERROR, "websocket service loop failed");
+                break;
+            }
+        }
+    }
+    // No server: idle until the manager goes (a stop-aware wait, not the set's
+    // clock, so an idle thread never moves a simulated set's time on).
+    std::unique_lock<std::mutex> lock(server.mutex);
+    server.stopped.wait(lock, [&] { return server.stop; });
+}
+
+// The service thread asks to be called back writeable for every connection with
+// something queued.
+void RequestWriteable() {
+    Server& server = TheServer();
+    std::lock_guard<std::mutex> lock(server.mutex);
+    if (server.context == nullptr) {
+        return;
+    }
+    bool pending[3] = {false, false, false};
+    for (const auto& entry : server.connections) {
+        if (!entry.second.outbox.empty()) {
+            pending[entry.second.protocol] = true;
+        }
+    }
+    for (int p = 1; p <= 2; ++p) {
+        if (pending[p]) {
+            lws_callback_on_writable_all_protocol(server.context, &protocols[p]);
+        }
+    }
+}
+
+void Enqueue(lws* wsi, Frame frame, bool front = false) {
+    Server& server = TheServer();
+    std::lock_guard<std::mutex> lock(server.mutex);
+    auto it = server.connections.find(wsi);
+    if (it == server.connections.end()) {
+        return;
+    }
+    if (front) {
+        it->second.outbox.push_front(std::move(frame));
+    } else {
+        it->second.outbox.push_back(std::move(frame));
+    }
+    lws_callback_on_writable(wsi);
+}
+
+// Appends one unmasked server-to-page text frame (RFC 6455) to the buffer.
+void AppendTextFrame(std::vector<unsigned char>& out, const std::string& text) {
+    const uint64_t size = text.size();
+    out.push_back(0x81);  // FIN, text
+    if (size < 126) {
+        out.push_back(static_cast<unsigned char>(size));
+    } else if (size < 65536) {
+        out.push_back(126);
+        out.push_back(static_cast<unsigned char>(size >> 8));
+        out.push_back(static_cast<unsigned char>(size));
+    } else {
+        out.push_back(127);
+        for (int shift = 56; shift >= 0; shift -= 8) {
+            out.push_back(static_cast<unsigned char>(size >> shift));
+        }
+    }
+    out.insert(out.end(), text.begin(), text.end());
+}
+
+// Sends what is queued for a connection. Frames waiting together go out in one
+// write (each still its own frame), so a burst of notifications to several pages
+// costs one system call per page rather than one per message.
+int SendQueued(lws* wsi) {
+    constexpr size_t kBytesPerTurn = 64 * 1024;
+    Server& server = TheServer();
+    std::deque<Frame> frames;
+    {
+        std::lock_guard<std::mutex> lock(server.mutex);
+        auto it = server.connections.find(wsi);
+        if (it == server.connections.end()) {
+            return 0;
+        }
+        std::deque<Frame>& outbox = it->second.outbox;
+        size_t bytes = 0;
+        while (!outbox.empty() && (frames.empty() || bytes < kBytesPerTurn)) {
+            bytes += outbox.front().text.size();
+            frames.push_back(std::move(outbox.front()));
+            outbox.pop_front();
+        }
+        if (!outbox.empty()) {
+            lws_callback_on_writable(wsi);
+        }
+    }
+    if (frames.empty()) {
+        return 0;
+    }
+    bool broadcast = false;
+    server.tx.assign(LWS_PRE, 0);
+    for (const Frame& frame : frames) {
+        if (frame.broadcast) {
+            broadcast = true;
+            FACTORY_LOG(FACTORY_LOG_INFO, "broadcast: %s, tx len: %d", frame.text.c_str(),
+                        static_cast<int>(frame.text.size()));
+        }
+        AppendTextFrame(server.tx, frame.text);
+    }
+    const size_t size = server.tx.size() - LWS_PRE;
+    // The frames are complete, so they go out as they stand; libwebsockets keeps
+    // whatever the socket does not take at once and sends it before anything else.
+    const int written = lws_write(wsi, server.tx.data() + LWS_PRE, size, LWS_WRITE_RAW);
+    if (written < static_cast<int>(size) && broadcast) {
+        FACTORY_LOG(FACTORY_LOG_INFO, "ERROR writing to socket");
+        return 1;
+    }
+    return 0;
+}
+
+void HandleReceive(const char* fn, lws* wsi, const std::string& text) {
+    FACTORY_LOG(FACTORY_LOG_INFO, "[%s] callback receive: %s, rx len: %d", fn, text.c_str(),
+                static_cast<int>(text.size()));
+    json_tokener_error error = json_tokener_success;
+    json_object* root = json_tokener_parse_verbose(text.c_str(), &error);
+    if (error != json_tokener_success) {
+        FACTORY_LOG(FACTORY_LOG_INFO, "[%s] Parse input json error: %s", fn,
+                    json_tokener_error_desc(error));
+        return;
+    }
+    if (json_object_get_type(root) == json_type_object) {
+        json_object* cmd = nullptr;
+        if (!json_object_object_get_ex(root, "cmd", &cmd)) {
+            FACTORY_LOG(FACTORY_LOG_INFO, "[%s] Invalid input data!", fn);
+        } else if (json_object_get_type(cmd) == json_type_string) {
+            const char* name = json_object_get_string(cmd);
+            FACTORY_LOG(FACTORY_LOG_INFO, "[%s] cmd: %s", fn, name);
+            if (std::strcmp(name, "connect") == 0) {
+                Enqueue(wsi, Frame{name, false});
+            } else {
+                FACTORY_LOG(FACTORY_LOG_INFO, "[%s] cmd: %s, unknown.", fn, name);
+            }
+        }
+    }
+    json_object_put(root);
+}
+
+// The context keeps its own copy of the table: find the entry by name.
+int ProtocolIndex(lws* wsi) {
+    const lws_protocols* protocol = lws_get_protocol(wsi);
+    for (int p = 1; p <= 2; ++p) {
+        if (protocol != nullptr && std::strcmp(protocol->name, protocols[p].name) == 0) {
+            return p;
+        }
+    }
+    return 0;
+}
+
+void DumpHandshake(lws* wsi) {
+    std::vector<char> value;
+    for (const HandshakeHeader& header : kHandshakeHeaders) {
+        if (header.token < 0) {
+            continue;
+        }
+        const auto token = static_cast<lws_token_indexes>(header.token);
+        const int length = lws_hdr_total_length(wsi, token);
+        if (length <= 0) {
+            continue;
+        }
+        value.assign(static_cast<size_t>(length) + 1, '\0');
+        if (lws_hdr_copy(wsi, value.data(), length + 1, token) >= 0) {
+            FACTORY_LOG(FACTORY_LOG_INFO, "    %s = %s", header.name, value.data());
+        }
+    }
+}
+
+}  // namespace
+
+int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in, size_t len);
+
+// Entry 1 and 2 are chosen by NotifyUI's channel; the order is fixed.
+lws_protocols protocols[] = {
+    {"http-only", callback_http, 0, 0, 0, nullptr, 0},
+    {"factorymode-0", callback_factory, sizeof(uint32_t), 0, 0, nullptr, 0},
+    {"factorymode-1", callback_factory, sizeof(uint32_t), 0, 0, nullptr, 0},
+    {nullptr, nullptr, 0, 0, 0, nullptr, 0},
+};
+
+int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in, size_t len) {
+    FACTORY_LOG(FACTORY_LOG_WS, "%s[%d]", __PRETTY_FUNCTION__, __LINE__);
+    Server& server = TheServer();
+    // The registry follows the transport whatever the mode, so that a connection
+    // made while factory mode was off still hears notifications once it is on.
+    if (reason == LWS_CALLBACK_ESTABLISHED) {
+        std::lock_guard<std::mutex> lock(server.mutex);
+        server.connections[wsi].protocol = ProtocolIndex(wsi);
+    }
+    bool teardown = false;
+    if (reason == LWS_CALLBACK_CLOSED) {
+        std::lock_guard<std::mutex> lock(server.mutex);
+        server.connections.erase(wsi);
+        teardown = server.destroying;
+    }
+    // The mode flag itself: its getter would trace every callback a second time.
+    if (!FactoryManager::m_bIsFactoryEnabled) {
+        if (reason == LWS_CALLBACK_SERVER_WRITEABLE) {
+            // What was queued is ignored, like any traffic while the mode is off.
+            std::lock_guard<std::mutex> lock(server.mutex);
+            auto it = server.connections.find(wsi);
+            if (it != server.connections.end()) {
+                it->second.outbox.clear();
+            }
+        }
+        return 0;
+    }
+    switch (reason) {
+        case LWS_CALLBACK_ESTABLISHED:
+            FACTORY_LOG(FACTORY_LOG_INFO, "callback_factory: LWS_CALLBACK_ESTABLISHED");
+            FactoryManager::m_isFactoryUiLoaded = 1;
+            if (user != nullptr) {
+                *static_cast<uint32_t*>(user) = 0;
+            }
+            Enqueue(wsi, Frame{kGreeting, false}, true);
+            return 0;
+        case LWS_CALLBACK_CLOSED: {
+            FACTORY_LOG(FACTORY_LOG_INFO, "callback_factory: LWS_CALLBACK_CLOSED\n");
+            // The context being destroyed with the manager is not the page closing.
+            EventListener listener = g_pFactoryListener.load();
+            if (listener != nullptr && !teardown) {
+                listener(FactoryListener::UiSocketClosed, nullptr, nullptr);
+            }
+            return 0;
+        }
+        case LWS_CALLBACK_RECEIVE: {
+            std::string text;
+            {
+                std::lock_guard<std::mutex> lock(server.mutex);
+                auto it = server.connections.find(wsi);
+                if (it == server.connections.end() || in == nullptr) {
+                    return 0;
+                }
+                it->second.rx.append(static_cast<const char*>(in), len);
+                if (!lws_is_final_fragment(wsi)) {
+                    return 0;
+                }
+                text.swap(it->second.rx);
+            }
+            HandleReceive(__PRETTY_FUNCTION__, wsi, text);
+            return 0;
+        }
+        case LWS_CALLBACK_SERVER_WRITEABLE:
+            return SendQueued(wsi);
+        case LWS_CALLBACK_FILTER_PROTOCOL_CONNECTION:
+            DumpHandshake(wsi);
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+namespace {
+
+int callback_http(lws* wsi, lws_callback_reasons reason, void* user, void* in, size_t len) {
+    switch (reason) {
+        case LWS_CALLBACK_HTTP: {
+            const char* uri = static_cast<const char*>(in);
+            FACTORY_LOG(FACTORY_LOG_INFO, "serving HTTP URI %s", uri ? uri : "(null)");
+            const bool favicon = uri != nullptr && std::strcmp(uri, "/favicon.ico") == 0;
+            const std::string file = TvHost_Path(favicon ? "/favicon.ico" : "/test.html");
+            // libwebsockets answers a missing file with a 404 but no error, so look first.
+            const bool readable = access(file.c_str(), R_OK) == 0;
+            const int n =
+                readable ? lws_serve_http_file(wsi, file.c_str(),
+                                               favicon ? "image/x-icon" : "text/html", nullptr, 0)
+                         : -1;
+            if (n < 0) {
+                FACTORY_LOG(FACTORY_LOG_INFO,
+                            favicon ? "Failed to send favicon" : "Failed to send HTTP file");
+                if (!readable) {
+                    lws_return_http_status(wsi, HTTP_STATUS_NOT_FOUND, nullptr);
+                }
+                // Close rather than leave the client waiting.
+                return -1;
+            }
+            if (n > 0 && lws_http_transaction_completed(wsi)) {
+                return -1;
+            }
+            return 0;
+        }
+        case LWS_CALLBACK_FILTER_NETWORK_CONNECTION: {
+            // The peer is not looked up: both names stay empty.
+            char name[128] = {};
+            char address[128] = {};
+            FACTORY_LOG(FACTORY_LOG_INFO, "Received network connect from %s (%s)", name, address);
+            return 0;
+        }
+        case LWS_CALLBACK_EVENT_WAIT_CANCELLED:
+            RequestWriteable();
+            return 0;
+        default:
+            return lws_callback_http_dummy(wsi, reason, user, in, len);
+    }
+}
+
+}  // namespace
+
+void* threadInitFactoryWebsocketServer(void*) {
+    FactoryManager* manager = nullptr;
+    for (int left = 5; left > 0; --left) {
+        manager = TVManager::GetInstance()->getFactoryManager();
+        if (manager != nullptr) {
+            break;
+        }
+        FACTORY_LOG(FACTORY_LOG_ERROR, "[%s] FactoryManager not intialized, retry: %d",
+                    __PRETTY_FUNCTION__, left);
+        TvHost_Sleep(1);
+    }
+    if (manager != nullptr) {
+        manager->InitWebSocketServer();
+    } else {
+        FACTORY_LOG(FACTORY_LOG_ERROR, "[%s] FactoryManager not intialized", __PRETTY_FUNCTION__);
+    }
+    ServiceLoop();
+    return nullptr;
+}
+
+void FactoryManager::InitWebSocketServer() {
+    FACTORY_TRACE();
+    lws_set_log_level(LLL_ERR | LLL_WARN, nullptr);
+    lws_context_creation_info info;
+    std::memset(&info, 0, sizeof(info));
+    info.port = TvHost_WebSocketPort();
+    info.iface = TvHost_WebSocketInterface();
+    info.protocols = protocols;
+    // No extensions: notifications leave as ready-made frames (SendQueued), which a
+    // negotiated compression would have to rewrite.
+    info.extensions = nullptr;
+    info.gid = -1;
+    info.uid = -1;
+    info.options = 0;
+    lws_context* context = lws_create_context(&info);
+    if (context == nullptr) {
+        FACTORY_LOG(FACTORY_LOG_INFO, "libwebsocket init failed");
+        return;
+    }
+    Server& server = TheServer();
+    {
+        std::lock_guard<std::mutex> lock(server.mutex);
+        server.context = context;
+    }
+    m_stContext = context;
+    FACTORY_LOG(FACTORY_LOG_INFO, "websocket server initialized");
+}
+
+void FactoryManager::StopWebSocketServer() {
+    if (!m_bWebSocketThreadStarted) {
+        return;
+    }
+    factory_ws::RequestStop();
+    pthread_join(m_hWebSocketThread, nullptr);
+    m_bWebSocketThreadStarted = 0;
+}
+
+namespace factory_ws {
+
+void PrepareStart() {
+    Server& server = TheServer();
+    std::lock_guard<std::mutex> lock(server.mutex);
+    server.stop = false;
+}
+
+void Broadcast(int protocolIndex, const std::string& text) {
+    Server& server = TheServer();
+    std::lock_guard<std::mutex> lock(server.mutex);
+    for (auto& entry : server.connections) {
+        if (entry.second.protocol == protocolIndex) {
+            entry.second.outbox.push_back(Frame{text, true});
+        }
+    }
+    // Under the lock, so the context cannot be destroyed meanwhile.
+    if (server.context != nullptr) {
+        lws_cancel_service(server.context);
+    }
+}
+
+void RequestStop() {
+    Server& server = TheServer();
+    std::lock_guard<std::mutex> lock(server.mutex);
+    server.stop = true;
+    if (server.context != nullptr) {
+        lws_cancel_service(server.context);
+    }
+    server.stopped.notify_all();
+}
+
+void DestroyContext(lws_context* context) {
+    Server& server = TheServer();
+    {
+        std::lock_guard<std::mutex> lock(server.mutex);
+        if (server.context == context) {
+            server.context = nullptr;
+        }
+        server.destroying = true;
+    }
+    lws_context_destroy(context);
+    std::lock_guard<std::mutex> lock(server.mutex);
+    server.connections.clear();
+    server.destroying = false;
+}
+
+}  // namespace factory_ws
