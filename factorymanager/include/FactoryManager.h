@@ -7,6 +7,8 @@
 
 #include <atomic>
 #include <type_traits>
+#include <cstddef>
+#include <string>
 
 #include "FactoryATCmdVersion.h"
 #include "MEvtHandle.h"
@@ -23,6 +25,7 @@ struct _IDirectFBSurface;
 typedef struct _IDirectFBSurface IDirectFBSurface;
 struct lws_context;
 struct json_object;
+struct FactoryKeyIdentifier;
 
 // Host callback: (code, 0, 0); the return value is ignored.
 typedef unsigned char (*EventListener)(unsigned long code, void* p1, void* p2);
@@ -279,6 +282,14 @@ public:
     MAPI_BOOL OnEvent_TeletextOnOffForUARTCmd(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_ReleaseAT_Cmd(void* p1, void* p2, void* p3);
 
+private:
+    // Values of the version record that no reader gives as text.
+    const char* ATCmdFetchSoCVersion();
+    const char* ATCmdSoCVersion();
+    const char* ATCmdEDIDVGA();
+    static const FactoryATCmdRow s_atCmdRows[];
+
+public:
     // ---- Version and identity readers --------------------------------------------
     // Each string reader returns its own buffer, rewritten on every call (the DPDD
     // and DIAL readers share one), or null when the buffer cannot be allocated.
@@ -388,7 +399,39 @@ private:
 
 public:
     // ---- Key data readers ----------------------------------------------------------
+    // Identities of the key files under /ciplus; "--" for a missing or empty file.
+    MAPI_BOOL FactoryLoadKeyRawData();
+    const char* FactoryGetCIPlusSerialNumber();
+    const char* FactoryGetCIPlusHostID();
+    const char* FactoryGetHDCP20();
+    const char* FactoryGetHDCP20_ReceiveID();
+    const char* FactoryGetWidevineDeviceID();
+    const char* FactoryGetNetflixESN();
+    const char* FactoryGetDevID_DTCPIP();
+    const char* FactoryGetPVR();
+    const char* FactoryGetVudu();
+    MAPI_BOOL FactoryGetCIPlusURILicense(std::string& text);
 
+    // HMAC verdicts of the key files, set by FactoryLoadKeyRawData.
+    MAPI_U8 m_u8Hdcp2KeyHmacOk = 0;
+    MAPI_U8 m_u8WidevineKeyHmacOk = 0;
+    MAPI_U8 m_u8NetflixKeyHmacOk = 0;
+
+private:
+    const char* ReadKeyIdentifier(char*& buffer, size_t size, const FactoryKeyIdentifier& source);
+    void FreeKeyDataBuffers();
+
+    char* m_pszCIPlusSerialNumber = nullptr;
+    char* m_pszCIPlusHostID = nullptr;
+    char* m_pszHDCP20 = nullptr;
+    char* m_pszHDCP20ReceiveID = nullptr;
+    char* m_pszWidevineDeviceID = nullptr;
+    char* m_pszNetflixESN = nullptr;
+    char* m_pszDevIDDTCPIP = nullptr;
+    char* m_pszPVR = nullptr;
+    char* m_pszVudu = nullptr;
+
+public:
     // ---- Information pages, serial log ---------------------------------------------
     MAPI_BOOL OnEvent_FactoryVersion(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryWifiDongleStatus(void* p1, void* p2, void* p3);
@@ -396,6 +439,7 @@ public:
 
     // ---- Tuner pages ---------------------------------------------------------------
     MAPI_BOOL OnTimer_TunerInfo(void* p1, void* p2, void* p3);
+    const char* GetTunerFrequency();
 
     // ---- Service-mode editor -------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryVideoCheck(void* p1, void* p2, void* p3);

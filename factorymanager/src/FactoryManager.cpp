@@ -44,6 +44,7 @@ FactoryManager::~FactoryManager() {
         factory_ws::DestroyContext(context);
     }
     FreeVersionReaderBuffers();
+    FreeKeyDataBuffers();
     FACTORY_LOG(FACTORY_LOG_INFO, "FactoryManager destroyed");
 }
 

@@ -6,3 +6,9 @@
 MAPI_BOOL FactoryManager::OnTimer_TunerInfo(void*, void*, void*) {
     return NotBuiltYet("OnTimer_TunerInfo");
 }
+
+// The version record asks for this reading; until the tuner pages are in, it is empty.
+const char* FactoryManager::GetTunerFrequency() {
+    NotBuiltYet("GetTunerFrequency");
+    return "";
+}

@@ -13,6 +13,7 @@ class MSrv_SSSound;
 class MSrv_Factory_Mode;
 class MSrv_System_Database;
 class MSrv_ATV_Player;
+class MSrv_PreSharedKey;
 
 class MSrv_Control {
 public:
@@ -33,4 +34,5 @@ public:
     MSrv_ATV_Player* GetMSrvAtv();
     // Standby (1) as from the remote's power key.
     MAPI_BOOL EnterSleepMode(MAPI_BOOL sleep);
+    MSrv_PreSharedKey* GetMSrvPreSharedKey();
 };

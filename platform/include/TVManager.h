@@ -1,10 +1,13 @@
 // The platform's top-level manager.
 #pragma once
 
+#include "MTypes.h"
+
 class FactoryManager;
 class KeyManager;
 class DatabaseManager;
 class ChannelManager;
+class TVPlayer;
 
 class TVManager {
 public:
@@ -22,4 +25,10 @@ public:
     void GetSoCFWVersion(char* version);
 
     ChannelManager* getChannelManager();
+    // The platform answers the fixture's version check from the AT record.
+    void SetATCmdInfo();
+    void setDebugMode(unsigned long long mask);
+    // Returns whether the set accepted the request.
+    MAPI_BOOL powerOff(int mode);
+    TVPlayer* getTVPlayer();
 };

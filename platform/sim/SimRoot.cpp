@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "SimKeyData.h"
+
 namespace fs = std::filesystem;
 
 namespace sim {
@@ -25,6 +27,8 @@ Root::Root(const std::string& folder) {
     for (const char* dir : {"ciplus", "OAD", "Customer", "applications", "tmp"}) {
         fs::create_directories(m_folder / dir);
     }
+    // The factory wrote the key files before the set left the line.
+    InstallDemoKeyFiles(m_folder);
 }
 
 std::string Root::Map(const std::string& tvPath) const {
@@ -86,6 +90,49 @@ std::vector<std::string> Words(const std::string& line) {
 }
 }  // namespace
 
+// chmod [-R] [-f] MODE PATH, options before or after the mode as GNU chmod takes them.
+bool Root::Chmod(const std::vector<std::string>& w) const {
+    bool recursive = false;
+    std::vector<std::string> operands;
+    for (size_t i = 1; i < w.size(); ++i) {
+        if (w[i].size() > 1 && w[i][0] == '-') {
+            for (size_t k = 1; k < w[i].size(); ++k) {
+                if (w[i][k] == 'R') {
+                    recursive = true;
+                } else if (w[i][k] != 'f') {
+                    return false;
+                }
+            }
+        } else {
+            operands.push_back(w[i]);
+        }
+    }
+    std::error_code ec;
+    if (operands.size() != 2) {
+        return false;
+    }
+    char* end = nullptr;
+    const long mode = std::strtol(operands[0].c_str(), &end, 8);
+    const fs::path target = Map(operands[1]);
+    if (end == nullptr || *end != '\0' || !fs::exists(target, ec)) {
+        return false;
+    }
+    const fs::perms perms = static_cast<fs::perms>(mode) & fs::perms::mask;
+    // A link may point out of the root; the set's files are changed, links are not followed.
+    const auto change = [perms](const fs::path& p, std::error_code& err) {
+        if (!fs::is_symlink(fs::symlink_status(p, err))) {
+            fs::permissions(p, perms, err);
+        }
+    };
+    change(target, ec);
+    if (recursive && !ec && fs::is_directory(fs::symlink_status(target, ec))) {
+        for (const auto& entry : fs::recursive_directory_iterator(target, ec)) {
+            change(entry.path(), ec);
+        }
+    }
+    return !ec;
+}
+
 bool Root::RunCommand(const std::string& line) const {
     const std::vector<std::string> w = Words(line);
     std::error_code ec;
@@ -120,6 +167,20 @@ bool Root::RunCommand(const std::string& line) const {
         }
         return true;
     }
+    if (w[0] == "rm" && w.size() >= 2 && w[1][0] != '-') {
+        // Plain rm: files only, and a missing one is an error, as on the set.
+        bool all = true;
+        for (size_t i = 1; i < w.size(); ++i) {
+            const fs::path p = Map(w[i]);
+            const fs::file_status st = fs::symlink_status(p, ec);
+            if (w[i].find('*') != std::string::npos || !fs::exists(st) || fs::is_directory(st)) {
+                all = false;
+                continue;
+            }
+            fs::remove(p, ec);
+        }
+        return all;
+    }
     if (w[0] == "touch" && w.size() >= 2) {
         for (size_t i = 1; i < w.size(); ++i) {
             const fs::path p = Map(w[i]);
@@ -130,14 +191,8 @@ bool Root::RunCommand(const std::string& line) const {
         }
         return true;
     }
-    if (w[0] == "chmod" && w.size() == 3) {
-        char* end = nullptr;
-        const long mode = std::strtol(w[1].c_str(), &end, 8);
-        if (end == nullptr || *end != '\0' || !fs::exists(Map(w[2]), ec)) {
-            return false;
-        }
-        fs::permissions(Map(w[2]), static_cast<fs::perms>(mode) & fs::perms::mask, ec);
-        return !ec;
+    if (w[0] == "chmod") {
+        return Chmod(w);
     }
     if (w[0] == "cp" && w.size() == 3) {
         fs::copy_file(Map(w[1]), Map(w[2]), fs::copy_options::overwrite_existing, ec);

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace sim {
 
@@ -29,6 +30,8 @@ public:
     void Remove();
 
 private:
+    bool Chmod(const std::vector<std::string>& words) const;
+
     std::filesystem::path m_folder;
     bool m_temporary = false;
 };
