@@ -3,7 +3,7 @@
 "use strict";
 const { test, before, after } = require("node:test");
 const assert = require("node:assert");
-const { launchBrowser, startFactorySim, waitFor, UI_PAGE } = require("./harness");
+const { launchBrowser, startFactorySim, waitFor } = require("./harness");
 
 let chrome;
 let sim;
@@ -13,12 +13,23 @@ before(async () => {
   chrome = await launchBrowser();
   sim = await startFactorySim();
   page = await chrome.newPage();
-  // The library's server serves the page once it runs; the file is the same page.
-  const served = await fetch("http://127.0.0.1:" + sim.port + "/").then((r) => r.ok, () => false);
-  await page.goto(served ? "http://127.0.0.1:" + sim.port + "/?control=" + sim.controlPort
-                         : "file://" + UI_PAGE + "?control=" + sim.controlPort +
-                           "&ws=127.0.0.1:" + sim.port);
+  // The library's own HTTP server hands out the page factory-sim put in the root.
+  await page.goto("http://127.0.0.1:" + sim.port + "/?control=" + sim.controlPort);
   await page.locator("#ctl-state", { hasText: "control online" }).waitFor();
+});
+
+test("the page served by the library connects to it", async () => {
+  await page.locator("#conn", { hasText: /^connected$/ }).waitFor();
+});
+
+test("M-mode panel keys show their names on the page", async () => {
+  assert.ok((await sim.control("set m-mode 1\nevent FactoryMModeStart")).ok);
+  for (const [key, name] of [["panel-up", "UP KEY"], ["panel-down", "DOWN KEY"],
+                             ["panel-function", "FUNCTION KEY"]]) {
+    await page.click(`button[data-key="${key}"]`);
+    await page.locator("#mmode-key", { hasText: name }).waitFor();
+  }
+  assert.ok((await sim.control("set m-mode 0")).ok);
 });
 
 after(async () => {

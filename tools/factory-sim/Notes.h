@@ -17,8 +17,6 @@ struct Note {
 
 class Notes {
 public:
-    // False when this build of the set cannot see notifications.
-    static bool Available();
     // onNote is called on whatever thread the page client runs.
     static void Watch(std::function<void(const Note&)> onNote);
     // Every notification since the previous call, after the page has settled.

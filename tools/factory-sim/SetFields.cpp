@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <sstream>
 
+#include "AreaFields.h"
 #include "Names.h"
 #include "SimKeys.h"
 #include "SimSet.h"
@@ -125,7 +126,10 @@ std::string Escape(const std::string& bytes) {
     return out;
 }
 
-SetFields::SetFields() : m_fields{KeyManagerField(), FileField()} {}
+SetFields::SetFields() : m_fields(AreaFields()) {
+    m_fields.push_back(KeyManagerField());
+    m_fields.push_back(FileField());
+}
 
 std::string SetFields::Find(const std::string& name, const Field*& field, std::string& arg) const {
     std::string base = name;
@@ -192,7 +196,15 @@ std::string SetFields::LoadText(const std::string& text, const std::string& orig
 }
 
 const char* SetFields::DemoSet() {
-    return R"(# factory-sim's demo set
+    return R"(# factory-sim's demo set: a 55" digital set on the line, M-mode off
+model-id = 0x31
+sw-version = VQ27.00.1143.21
+mboot-version = MB1.06.114
+mac = 00:1e:b8:4c:2a:f1
+wlan-mac = 70:5a:b6:12:c3:de
+serial = VQ2611A0004812
+input-source = 28
+m-mode = 0
 key-manager = 1
 )";
 }

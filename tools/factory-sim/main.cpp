@@ -2,11 +2,15 @@
 // a browser, an operator console, line-station scripts and a trace of everything.
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <sstream>
+#include <thread>
 
 #include "Commands.h"
 #include "ControlServer.h"
@@ -16,6 +20,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "SetFields.h"
+#include "SimDisplay.h"
 #include "SimSet.h"
 #include "TVManager.h"
 #include "Trace.h"
@@ -71,16 +76,31 @@ std::string FindUiFile(const Options& options) {
     return FACTORY_SIM_UI_SOURCE;
 }
 
-int RunScript(const std::string& path, const std::string& text, Commands& commands,
-              Output& output) {
+constexpr const char* kNativeDump = "/native.png";
+
+// DirectFB's flips are not seen by the set: after every step, and every quarter of a
+// second in real time, the native layer is written out when its picture changed.
+void DumpNative(Output& output) {
+    bool written = false;
+    Commands::OnEventThread([&] {
+        written = sim::Set::Instance().Get<sim::DisplayState>().WritePngIfChanged(kNativeDump);
+    });
+    if (written) {
+        output.Print("factory-sim: native layer written to " +
+                     sim::Set::Instance().GetRoot().Map(kNativeDump));
+    }
+}
+
+using Runner = std::function<Outcome(const std::string&)>;
+
+int RunScript(const std::string& path, const std::string& text, const Runner& run, Output& output) {
     std::istringstream in(text);
     std::string line;
     for (int number = 1; std::getline(in, line); ++number) {
         if (line.find_first_not_of(" \t\r") == std::string::npos) {
             continue;
         }
-        const Outcome outcome = commands.Execute(line);
-        output.Drain();
+        const Outcome outcome = run(line);
         if (!outcome.output.empty()) {
             output.Print(outcome.output);
         }
@@ -96,7 +116,7 @@ int RunScript(const std::string& path, const std::string& text, Commands& comman
     return 0;
 }
 
-void RunConsole(Commands& commands, Output& output) {
+void RunConsole(const Runner& run, Output& output) {
     const bool tty = isatty(0);
     std::string line;
     for (;;) {
@@ -106,8 +126,7 @@ void RunConsole(Commands& commands, Output& output) {
         if (!std::getline(std::cin, line)) {
             break;
         }
-        const Outcome outcome = commands.Execute(line);
-        output.Drain();
+        const Outcome outcome = run(line);
         if (!outcome.ok) {
             output.Error("error: " + outcome.output);
         } else if (!outcome.output.empty()) {
@@ -213,12 +232,21 @@ int main(int argc, char** argv) {
             manager->setFactoryEventListener(HostListener);
             manager->InitKeyEventListener();
             FactoryManager::SetFactoryModeState(1);
+            // The page is up before anything is sent to it, so that a browser opened
+            // on the banner's address finds the server.
+            manager->CheckFactoryUiIsReady();
         });
     }
 
     ControlServer control;
     if (status == 0) {
         Commands commands(fields, manager);
+        const Runner run = [&](const std::string& line) {
+            const Outcome outcome = commands.Execute(line);
+            output.Drain();
+            DumpNative(output);
+            return outcome;
+        };
         const std::string host = options.listen.empty() ? "127.0.0.1" : options.listen;
         output.Print("factory-sim: set root " + set.GetRoot().Folder().string() +
                      (set.GetRoot().IsTemporary() ? " (temporary, removed on exit)" : ""));
@@ -226,12 +254,12 @@ int main(int argc, char** argv) {
                      std::to_string(options.port) + "/");
         if (options.control) {
             const std::string error =
-                control.Start(options.controlPort, [&commands](const std::string& line) -> Outcome {
+                control.Start(options.controlPort, [&run](const std::string& line) -> Outcome {
                     if (line.find_first_not_of(" \t") != std::string::npos &&
                         line.substr(line.find_first_not_of(" \t"), 4) == "quit") {
                         return {false, "quit is for the console", false};
                     }
-                    return commands.Execute(line);
+                    return run(line);
                 });
             if (error.empty()) {
                 output.Print("factory-sim: control endpoint at http://127.0.0.1:" +
@@ -242,12 +270,26 @@ int main(int argc, char** argv) {
         }
         output.Print(std::string("factory-sim: ") + (realTime ? "real" : "virtual") +
                      " time; type 'help' for the commands");
+        std::atomic<bool> stopPoll{false};
+        std::thread poll;
+        if (realTime) {
+            poll = std::thread([&] {
+                while (!stopPoll) {
+                    std::this_thread::sleep_for(std::chrono::milliseconds(250));
+                    DumpNative(output);
+                }
+            });
+        }
         if (!options.script.empty()) {
-            status = RunScript(options.script, scriptText, commands, output);
+            status = RunScript(options.script, scriptText, run, output);
         } else {
-            RunConsole(commands, output);
+            RunConsole(run, output);
         }
         control.Stop();
+        stopPoll = true;
+        if (poll.joinable()) {
+            poll.join();
+        }
     }
     output.Drain();
     set.GetJournal().SetSink(nullptr);
