@@ -255,8 +255,9 @@ int main(int argc, char** argv) {
         if (options.control) {
             const std::string error =
                 control.Start(options.controlPort, [&run](const std::string& line) -> Outcome {
-                    if (line.find_first_not_of(" \t") != std::string::npos &&
-                        line.substr(line.find_first_not_of(" \t"), 4) == "quit") {
+                    std::string first;
+                    std::istringstream(line) >> first;
+                    if (first == "quit") {
                         return {false, "quit is for the console", false};
                     }
                     return run(line);
