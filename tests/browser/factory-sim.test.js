@@ -37,6 +37,19 @@ after(async () => {
   if (sim) await sim.stop();
 });
 
+test("the library's volume page takes the screen alone and closes on its timer", async () => {
+  assert.ok((await sim.control("set m-mode 1\nset factory-volume 35\nevent FactoryVolumeAdj")).ok);
+  await waitFor(async () => {
+    const pages = await page.evaluate(() => window.factoryUi.visiblePages());
+    return pages.length === 1 && pages[0] === "volume";
+  }, 5000);
+  await page.locator(".volume-number", { hasText: "35" }).waitFor();
+  // Timer 66 closes it three seconds later (real time here).
+  await waitFor(async () => (await page.evaluate(() => window.factoryUi.visiblePages())).length === 0,
+                8000);
+  assert.ok((await sim.control("set m-mode 0")).ok);
+});
+
 test("the event list is filled from factory-sim's event table", async () => {
   await waitFor(async () => (await page.locator("#event-list option").count()) > 60, 5000);
   assert.strictEqual(await page.locator('#event-list option[value="191"]').textContent(),
