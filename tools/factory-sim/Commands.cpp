@@ -226,9 +226,10 @@ std::string Commands::At(const Words& w, const std::string&, std::string& out) {
 }
 
 std::string Commands::SetField(const Words& w, const std::string& rest, std::string& out) {
-    if (w.size() < 3) {
+    if (w.size() < 2) {
         return "usage: set <field> <value>";
     }
+    // An empty value is a value: an empty file, an empty version string.
     const std::string value = After(rest, 1);
     std::string error;
     OnEventThread([&] { error = m_fields.Set(w[1], value); });
