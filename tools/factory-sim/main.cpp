@@ -179,8 +179,6 @@ int main(int argc, char** argv) {
     setOptions.port = options.port;
 
     Output output;
-    output.CaptureStdout(
-        [&trace](const std::string& line) { trace.Console(sim::Set::Instance().NowMs(), line); });
     Running running{&output, &trace};
     g_running = &running;
 
@@ -191,6 +189,9 @@ int main(int argc, char** argv) {
         output.Error(std::string("factory-sim: cannot prepare the set: ") + e.what());
         return 2;
     }
+    // Only now: the reader stamps lines with the set's clock, which Reset replaces.
+    output.CaptureStdout(
+        [&trace](const std::string& line) { trace.Console(sim::Set::Instance().NowMs(), line); });
     set.GetJournal().SetSink([&](const sim::JournalEntry& e) {
         if (e.kind == "call") {
             trace.Call(e.tMs, e.fn, e.args);
