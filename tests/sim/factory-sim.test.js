@@ -114,6 +114,53 @@ test("expect sees what the page was sent, once, since the previous expect", asyn
   assert.deepStrictEqual(notes, ["UP KEY", "FUNCTION KEY", "DOWN KEY"]);
 });
 
+test("a --set file describes the set that the console then reads back", async () => {
+  const set = [
+    "# line 3",
+    "model-id = 0x2A",
+    "  serial =  VQ2611A0009999  ",
+    "wlan-mac = 70:5A:B6:00:00:01",
+    "factory[0x1E9E] = 0x01",
+    "sw-version = VQ27 00 1200",
+    "file[/ciplus/empty.bin] =",
+  ].join("\n");
+  const script = ["model-id", "serial", "wlan-mac", "factory[7838]", "sw-version", "file[/ciplus/empty.bin]"]
+    .map((f) => "get " + f).join("\n");
+  const r = await run(["--set", "line3.set", "--script", "s.fsim"],
+                      { files: { "line3.set": set, "s.fsim": script } });
+  assert.strictEqual(r.status, 0, r.stderr);
+  for (const line of ["model-id = 42", "serial = VQ2611A0009999", "wlan-mac = 70:5a:b6:00:00:01",
+                      "factory[7838] = 1", "sw-version = VQ27 00 1200", "file[/ciplus/empty.bin] = \n"]) {
+    assert.ok(r.stdout.includes(line), line);
+  }
+});
+
+test("bad field values are refused with the reason and leave the field as it was", async () => {
+  const cases = [
+    ["mac", "00:11:22:33:44", /not a MAC address/],
+    ["mac", "00:11:22:33:44:55:66", /not a MAC address/],
+    ["mac", "00:11:22:33:44:zz", /not a MAC address/],
+    ["serial", "VQ2611A00099991", /at most 14 characters/],
+    ["factory[65536]", "1", /not an item number/],
+    ["factory[3567]", "256", /not a byte/],
+    ["input-source", "-1", /not a number/],
+    ["m-mode", "2", /not 0\/1/],
+    ["model-id[1]", "1", /takes no \[\.\.\.\]/],
+    ["factory", "1", /needs \[item\]/],
+  ];
+  const input = cases.map(([field, value]) => `set ${field} ${value}\n`).join("") +
+                "get mac\nget serial\nget factory[3567]\nget m-mode\nquit\n";
+  const r = await run(["--virtual-time"], { input });
+  assert.strictEqual(r.status, 0, r.stderr);
+  const errors = r.stderr.split("\n").filter((l) => l.startsWith("error: "));
+  assert.strictEqual(errors.length, cases.length, errors.join("\n"));
+  cases.forEach(([field, value, reason], i) => assert.match(errors[i], reason, field + " " + value));
+  // The demo set's values are untouched.
+  for (const line of ["mac = 00:1e:b8:4c:2a:f1", "serial = VQ2611A0004812", "m-mode = 0"]) {
+    assert.ok(r.stdout.includes(line), line);
+  }
+});
+
 test("the console refuses a bad command, says why and carries on", async () => {
   const input = "bogus\nset file[relative] x\nevent\nset file[/OAD/a.txt] kept\nget file[/OAD/a.txt]\nquit\n";
   const r = await run(["--virtual-time"], { input });
