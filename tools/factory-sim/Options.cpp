@@ -1,0 +1,100 @@
+#include "Options.h"
+
+#include <functional>
+#include <map>
+
+#include "Names.h"
+
+namespace factorysim {
+
+namespace {
+
+std::string ParsePort(const std::string& text, int& port, bool zeroAllowed) {
+    const auto n = ParseNumber(text);
+    if (!n || *n > 65535 || (*n == 0 && !zeroAllowed)) {
+        return "not a port number: " + text;
+    }
+    port = static_cast<int>(*n);
+    return "";
+}
+
+}  // namespace
+
+const char* Usage() {
+    return R"(usage: factory-sim [options]
+Runs the factory library on a simulated set and serves the factory UI.
+
+  --set FILE          describe the simulated set ("field = value" lines)
+  --root DIR          the set's root folder (default: a fresh temporary one)
+  --listen ADDR       address of the factory UI server (default 127.0.0.1)
+  --port N            port of the factory UI server (default 7233)
+  --control-port N    loopback port of the page's control endpoint (default 7234,
+                      0 picks a free one)
+  --no-control        no control endpoint
+  --script FILE       run the commands of FILE and exit (virtual time by default)
+  --trace FILE        write every notification, call, listener code, console and
+                      log line to FILE as JSON Lines
+  --ui FILE           the factory UI page to serve (default: the installed one)
+  --real-time         the set's clock follows the wall clock (console default)
+  --virtual-time      the set's clock moves only with 'wait' (script default)
+  --verbose           copy every log line of the library to standard error
+  --help              this text
+)";
+}
+
+std::string ParseOptions(int argc, char** argv, Options& o) {
+    using Setter = std::function<std::string(const std::string&)>;
+    const std::map<std::string, Setter> withValue = {
+        {"--set", [&](const std::string& v) { return o.setFile = v, std::string(); }},
+        {"--root", [&](const std::string& v) { return o.root = v, std::string(); }},
+        {"--listen", [&](const std::string& v) { return o.listen = v, std::string(); }},
+        {"--port", [&](const std::string& v) { return ParsePort(v, o.port, false); }},
+        {"--control-port", [&](const std::string& v) { return ParsePort(v, o.controlPort, true); }},
+        {"--script", [&](const std::string& v) { return o.script = v, std::string(); }},
+        {"--trace", [&](const std::string& v) { return o.trace = v, std::string(); }},
+        {"--ui", [&](const std::string& v) { return o.uiFile = v, std::string(); }},
+    };
+    const std::map<std::string, std::function<void()>> flags = {
+        {"--real-time", [&] { o.realTime = true; }},
+        {"--virtual-time", [&] { o.realTime = false; }},
+        {"--no-control", [&] { o.control = false; }},
+        {"--verbose", [&] { o.verbose = true; }},
+        {"--help", [&] { o.help = true; }},
+        {"-h", [&] { o.help = true; }},
+    };
+    for (int i = 1; i < argc; ++i) {
+        std::string arg = argv[i];
+        std::string value;
+        bool hasValue = false;
+        const auto eq = arg.find('=');
+        if (arg.rfind("--", 0) == 0 && eq != std::string::npos) {
+            value = arg.substr(eq + 1);
+            arg = arg.substr(0, eq);
+            hasValue = true;
+        }
+        if (auto f = flags.find(arg); f != flags.end() && !hasValue) {
+            f->second();
+            continue;
+        }
+        auto s = withValue.find(arg);
+        if (s == withValue.end()) {
+            return "unknown option: " + std::string(argv[i]);
+        }
+        if (!hasValue) {
+            if (i + 1 >= argc) {
+                return "option " + arg + " needs a value";
+            }
+            value = argv[++i];
+        }
+        if (value.empty()) {
+            return "option " + arg + " needs a value";
+        }
+        const std::string error = s->second(value);
+        if (!error.empty()) {
+            return "option " + arg + ": " + error;
+        }
+    }
+    return "";
+}
+
+}  // namespace factorysim

@@ -1,0 +1,28 @@
+// factory-sim's command line.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace factorysim {
+
+struct Options {
+    std::string setFile;  // empty: the built-in demo set
+    std::string root;     // empty: a fresh temporary folder
+    std::string listen = "127.0.0.1";
+    int port = 7233;
+    int controlPort = 7234;  // 0: a free port
+    bool control = true;
+    std::string script;
+    std::string trace;
+    std::string uiFile;  // empty: the page installed beside the binary
+    std::optional<bool> realTime;
+    bool verbose = false;
+    bool help = false;
+};
+
+// Fills options from argv; the error is empty on success.
+std::string ParseOptions(int argc, char** argv, Options& options);
+const char* Usage();
+
+}  // namespace factorysim

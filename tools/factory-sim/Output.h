@@ -1,0 +1,46 @@
+// factory-sim's own terminal output, and the capture of the library's standard
+// output: the library prints console lines with puts/printf as on the set's serial
+// console; fd 1 goes through a pipe so that each line can be traced and re-emitted.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace factorysim {
+
+class Output {
+public:
+    Output();
+    ~Output();
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    // From now on fd 1 is a pipe; each complete line written to it is passed to
+    // onLine and then written to the real standard output.
+    bool CaptureStdout(std::function<void(const std::string&)> onLine);
+    // Flushes the library's stdio and waits until every line written so far has
+    // been passed on, so that console lines keep their place among our own.
+    void Drain();
+    void Release();
+
+    // factory-sim's own lines, straight to the real standard output / error.
+    void Print(const std::string& text);
+    void Error(const std::string& text);
+
+private:
+    void ReadLoop();
+    void WriteAll(int fd, const std::string& text);
+
+    std::mutex m_mutex;
+    int m_realOut = 1;
+    int m_pipeRead = -1;
+    std::thread m_reader;
+    std::atomic<unsigned long long> m_written{0};
+    std::atomic<unsigned long long> m_passed{0};
+    std::function<void(const std::string&)> m_onLine;
+};
+
+}  // namespace factorysim

@@ -1,0 +1,15 @@
+// DirectFB lives for the whole process and keeps its own allocations and threads until
+// exit; neither its libraries nor its headless system are built for ThreadSanitizer.
+// The system module is unloaded at exit, so it is matched by module, not called_from_lib.
+// Only our code is reported.
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libdirectfb\nleak:libfusion\nleak:libdirect-\n";
+}
+extern "C" const char* __tsan_default_suppressions() {
+    return "called_from_lib:libdirect-1.7.so.7\n"
+           "called_from_lib:libdirectfb-1.7.so.7\n"
+           "called_from_lib:libfusion-1.7.so.7\n"
+           "race:libdirectfb_dummy.so\n"
+           "mutex:libdirectfb_dummy.so\n"
+           "thread:direct_thread_init\n";
+}
