@@ -1,6 +1,7 @@
 #include "SimDisplay.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <mutex>
@@ -47,8 +48,15 @@ public:
 
 private:
     Display() {
-        // Headless, and no touching of the host's terminals, devices or signals.
-        if (DirectFBInit(nullptr, nullptr) != DFB_OK) {
+        // Headless, and no touching of the host's terminals, devices or signals. The
+        // options go in through DFBARGS, and DirectFB gets an argument list of its own:
+        // without one it reads and echoes the host program's command line.
+        setenv("DFBARGS", "system=dummy,no-vt,quiet,no-sighandler,no-cursor", 0);
+        static char name[] = "factory-set";
+        static char* args[] = {name, nullptr};
+        int argc = 1;
+        char** argv = args;
+        if (DirectFBInit(&argc, &argv) != DFB_OK) {
             return;
         }
         for (const char* option : {"no-vt", "quiet", "no-sighandler", "no-cursor"}) {
