@@ -53,18 +53,7 @@ void Set::DestroyManager() {
 }
 
 void Set::Reset(const Options& options) {
-    // The event thread stops first, so nothing is delivered to a manager being destroyed.
-    if (m_loop) {
-        m_loop->Stop();
-    }
-    DestroyManager();
-    {
-        std::lock_guard<std::mutex> lock(m_areaMutex);
-        m_areas.clear();
-    }
-    if (m_root) {
-        m_root->Remove();
-    }
+    Shutdown();
     m_options = options;
     if (m_options.port == 0) {
         m_options.port = PickFreeLoopbackPort();
@@ -86,6 +75,7 @@ void Set::Reset(const Options& options) {
 }
 
 void Set::Shutdown() {
+    // The event thread stops first, so nothing is delivered to a manager being destroyed.
     if (m_loop) {
         m_loop->Stop();
     }
