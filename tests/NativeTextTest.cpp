@@ -114,7 +114,8 @@ TEST_P(KeyWritingIconTest, StatusSetsTheResultMarkAndDrawsItsLine) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "~~ [MSrv_Factory_Cmd::ShowKeyWritingIcon ] \n ");
     EXPECT_EQ(Display().NativeFrame().At(40, 40) == kGrey, c.drawn);
-    EXPECT_TRUE(Journal().HasLog("void FactoryManager::ShowKeyWritingIcon(MAPI_BOOL, MAPI_U16)[1615]"));
+    EXPECT_TRUE(
+        Journal().HasLog("void FactoryManager::ShowKeyWritingIcon(MAPI_BOOL, MAPI_U16)[1615]"));
 
     Journal().Clear();
     Fm().FactoryDoKeyAction(FactoryKey::Exit);
