@@ -20,6 +20,13 @@ namespace {
 sim::MModeState& MMode() { return Set::Instance().Get<sim::MModeState>(); }
 sim::FactoryRemoteState& Remote() { return Set::Instance().Get<sim::FactoryRemoteState>(); }
 void Record(const char* fn, const ArgList& args) { Set::Instance().RecordCall(fn, args); }
+
+// Most of the service's switches are journalled and kept as one flag of the set.
+MAPI_BOOL RecordFlag(const char* fn, bool& flag, MAPI_BOOL on) {
+    Record(fn, ArgList(on));
+    flag = on != 0;
+    return 1;
+}
 }  // namespace
 
 // ---- Factory-command service ---------------------------------------------------------
@@ -27,49 +34,36 @@ void Record(const char* fn, const ArgList& args) { Set::Instance().RecordCall(fn
 MAPI_BOOL MSrv_Factory_Cmd::GetFactoryMmodeStatus() { return MMode().mMode ? 1 : 0; }
 
 MAPI_BOOL MSrv_Factory_Cmd::SetFactoryMmodeStatus(MAPI_BOOL on) {
-    Record("MSrv_Factory_Cmd::SetFactoryMmodeStatus", ArgList(on));
-    MMode().mMode = on != 0;
-    return 1;
+    return RecordFlag("MSrv_Factory_Cmd::SetFactoryMmodeStatus", MMode().mMode, on);
 }
 
 MAPI_BOOL MSrv_Factory_Cmd::IsSettingMModeFisished() { return MMode().mModeSettingFinished; }
 
 MAPI_BOOL MSrv_Factory_Cmd::SettingMModeFisishedStatus(MAPI_BOOL finished) {
-    Record("MSrv_Factory_Cmd::SettingMModeFisishedStatus", ArgList(finished));
-    MMode().mModeSettingFinished = finished != 0;
-    return 1;
+    return RecordFlag("MSrv_Factory_Cmd::SettingMModeFisishedStatus", MMode().mModeSettingFinished,
+                      finished);
 }
 
 MAPI_BOOL MSrv_Factory_Cmd::EnableWiFiDongle(MAPI_BOOL enable) {
-    Record("MSrv_Factory_Cmd::EnableWiFiDongle", ArgList(enable));
-    MMode().wifiDongle = enable != 0;
-    return 1;
+    return RecordFlag("MSrv_Factory_Cmd::EnableWiFiDongle", MMode().wifiDongle, enable);
 }
 
 MAPI_BOOL MSrv_Factory_Cmd::SetSerialDebugPort(MAPI_BOOL on) {
-    Record("MSrv_Factory_Cmd::SetSerialDebugPort", ArgList(on));
-    MMode().serialDebugPort = on != 0;
-    return 1;
+    return RecordFlag("MSrv_Factory_Cmd::SetSerialDebugPort", MMode().serialDebugPort, on);
 }
 
 MAPI_BOOL MSrv_Factory_Cmd::SetEnergySavingSetting(MAPI_BOOL on) {
-    Record("MSrv_Factory_Cmd::SetEnergySavingSetting", ArgList(on));
-    MMode().energySaving = on != 0;
-    return 1;
+    return RecordFlag("MSrv_Factory_Cmd::SetEnergySavingSetting", MMode().energySaving, on);
 }
 
 MAPI_U8 MSrv_Factory_Cmd::GetFactoryVolume() { return MMode().factoryVolume; }
 
 MAPI_BOOL MSrv_Factory_Cmd::SetFactoryVolumeRequest(MAPI_BOOL pending) {
-    Record("MSrv_Factory_Cmd::SetFactoryVolumeRequest", ArgList(pending));
-    MMode().volumeRequest = pending != 0;
-    return 1;
+    return RecordFlag("MSrv_Factory_Cmd::SetFactoryVolumeRequest", MMode().volumeRequest, pending);
 }
 
 MAPI_BOOL MSrv_Factory_Cmd::SetFactoryOSDStatus(MAPI_BOOL shown) {
-    Record("MSrv_Factory_Cmd::SetFactoryOSDStatus", ArgList(shown));
-    MMode().factoryOsd = shown != 0;
-    return 1;
+    return RecordFlag("MSrv_Factory_Cmd::SetFactoryOSDStatus", MMode().factoryOsd, shown);
 }
 
 MAPI_BOOL MSrv_Factory_Cmd::InternalPatternOff() {
