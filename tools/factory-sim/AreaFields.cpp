@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "AreaFields.h"
+#include "FieldMakers.h"
 #include "Names.h"
 #include "SimFactoryStore.h"
 #include "SimMMode.h"
@@ -15,90 +16,6 @@
 namespace factorysim {
 
 namespace {
-
-template <class A>
-A& AreaOf() {
-    return sim::Set::Instance().Get<A>();
-}
-
-template <class A>
-Field Text(const char* name, const char* help, std::string A::*member) {
-    return {name, nullptr, help,
-            [member](const std::string&, std::string& value) {
-                value = AreaOf<A>().*member;
-                return std::string();
-            },
-            [member](const std::string&, const std::string& value) {
-                AreaOf<A>().*member = value;
-                return std::string();
-            }};
-}
-
-// A number field of any integer type; max bounds what the set can hold.
-template <class A, class T>
-Field Number(const char* name, const char* help, T A::*member, unsigned long long max) {
-    return {name, nullptr, help,
-            [member](const std::string&, std::string& value) {
-                value = std::to_string(static_cast<long long>(AreaOf<A>().*member));
-                return std::string();
-            },
-            [member, max](const std::string&, const std::string& value) {
-                const auto n = ParseNumber(value);
-                if (!n || *n > max) {
-                    return "not a number from 0 to " + std::to_string(max) + ": " + value;
-                }
-                AreaOf<A>().*member = static_cast<T>(*n);
-                return std::string();
-            }};
-}
-
-template <class A>
-Field Flag(const char* name, const char* help, bool A::*member) {
-    return {name, nullptr, help,
-            [member](const std::string&, std::string& value) {
-                value = AreaOf<A>().*member ? "1" : "0";
-                return std::string();
-            },
-            [member](const std::string&, const std::string& value) {
-                bool flag = false;
-                std::string error = ParseFlag(value, flag);
-                if (error.empty()) {
-                    AreaOf<A>().*member = flag;
-                }
-                return error;
-            }};
-}
-
-template <class A>
-Field Mac(const char* name, const char* help, std::array<MAPI_U8, 6> A::*member) {
-    return {name, nullptr, help,
-            [member](const std::string&, std::string& value) {
-                const auto& m = AreaOf<A>().*member;
-                char text[18];
-                std::snprintf(text, sizeof(text), "%02x:%02x:%02x:%02x:%02x:%02x", m[0], m[1], m[2],
-                              m[3], m[4], m[5]);
-                value = text;
-                return std::string();
-            },
-            [member](const std::string&, const std::string& value) {
-                std::array<MAPI_U8, 6> mac{};
-                std::istringstream in(value);
-                std::string part;
-                size_t i = 0;
-                for (; i < 7 && std::getline(in, part, ':'); ++i) {
-                    const auto byte = part.size() == 2 ? ParseNumber("0x" + part) : std::nullopt;
-                    if (i == 6 || !byte) {
-                        return "not a MAC address (aa:bb:cc:dd:ee:ff): " + value;
-                    }
-                    mac[i] = static_cast<MAPI_U8>(*byte);
-                }
-                if (i != 6) {
-                    return "not a MAC address (aa:bb:cc:dd:ee:ff): " + value;
-                }
-                AreaOf<A>().*member = mac;
-                return std::string();
-            }};
-}
 
 Field FactoryByte() {
     return {"factory", "item", "one byte of the factory store, by item number",
@@ -155,7 +72,7 @@ std::vector<Field> AreaFields() {
     using sim::PlayerState;
     using sim::SystemInfoState;
     using sim::WebAppState;
-    return {
+    std::vector<Field> fields = {
         Number("model-id", "the model id of the set", &SystemInfoState::modelId, 0xFFFFFFFFULL),
         Text("mboot-version", "boot code version", &SystemInfoState::mbootVersion),
         Text("pq-version", "PQ version", &SystemInfoState::pqVersion),
@@ -190,6 +107,13 @@ std::vector<Field> AreaFields() {
         Flag("page-connects", "loading the factory UI page connects its page client",
              &WebAppState::pageConnects),
     };
+    // Each page family lists its own fields in a file of its own.
+    for (auto family : {InfoPageFields, ServiceModeFields, ProductionTestFields,
+                        ProductionTest2Fields, ChannelToolFields, SoundMediaFields}) {
+        auto more = family();
+        fields.insert(fields.end(), more.begin(), more.end());
+    }
+    return fields;
 }
 
 }  // namespace factorysim

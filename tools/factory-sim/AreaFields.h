@@ -10,4 +10,12 @@ namespace factorysim {
 
 std::vector<Field> AreaFields();
 
+// The fields of each page family (Fields<Family>.cpp).
+std::vector<Field> InfoPageFields();
+std::vector<Field> ServiceModeFields();
+std::vector<Field> ProductionTestFields();
+std::vector<Field> ProductionTest2Fields();
+std::vector<Field> ChannelToolFields();
+std::vector<Field> SoundMediaFields();
+
 }  // namespace factorysim
