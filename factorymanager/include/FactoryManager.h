@@ -443,7 +443,41 @@ public:
 
     // ---- Service-mode editor -------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryVideoCheck(void* p1, void* p2, void* p3);
+    // Publishes the name of the item at the current service address.
+    MAPI_BOOL FactoryLoadMode();
+    // Publishes address, value, binary text and editability of the current item.
+    void FactoryDModeLoadInfo();
+    // The platform's step command (up for 28/30); stored through the factory store.
+    void FactoryDModeChangeDataByStep(unsigned char up);
+    // Value keys: one step with wrap; stored through the service-data call.
+    void FactoryDModeChangeInfo(unsigned char up);
+    // Toggles bit 0..7 whatever the range; stored through the service-data call.
+    void FactoryDModeChangeDataByBit(unsigned char bit);
+    // 1 when the current item is old memory data, which the value keys leave alone.
+    MAPI_BOOL FactoryOldMemoryData();
+    void FactoryShowDModeUI(unsigned char show);
+    void FactoryBinUlongToString(unsigned long value, char* out, signed char len);
+    void FactoryBinUlongToU16String(unsigned long value, unsigned short* out, signed char len);
 
+    // Reset combination: 0xF014 then 0xF554 resets all service data.
+    MAPI_U32 m_u32DModeLastKey = 0;
+    MAPI_U8 m_u8KeyPadRepeated = 0;
+    MAPI_U32 m_u32KeyPadRepeatedTime = 0;
+    // The panel's factory control step: 0xFF off, else 0..4.
+    MAPI_U8 m_u8ControlStep = 0xFF;
+
+private:
+    // Sends the value as "%02XH" and its binary text as "DMode-Data" and "DMode-Bin".
+    void NotifyDModeValue(MAPI_U8 value);
+    // Sends the current address in one of the set's two formats.
+    void NotifyDModeAddr(const char* format);
+    void DModeMoveItem(bool next);
+    void DModeDigitKey(unsigned long key);
+    void DModeClose();
+    void DModeControlStep();
+    void DModeResetKey();
+
+public:
     // ---- Timed one-shot setting commands ---------------------------------------------
     MAPI_BOOL OnEvent_OverCurrentUSB(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_DigitalAudioOut(void* p1, void* p2, void* p3);

@@ -4,9 +4,6 @@
 // Routines of pages that are not in this build yet, which the key dispatcher already
 // calls; each says so in the log. A page's own file takes its routines over.
 
-MAPI_BOOL FactoryManager::FactoryDModeAction(unsigned long) {
-    return NotBuiltYet("FactoryDModeAction");
-}
 MAPI_BOOL FactoryManager::OnEvent_MediaPlayerStop(void*, void*, void*) {
     return NotBuiltYet("OnEvent_MediaPlayerStop");
 }

@@ -35,4 +35,8 @@ public:
     MSrv_ATV_Player* GetMSrvAtv();
     // Standby (1) as from the remote's power key.
     MAPI_BOOL EnterSleepMode(MAPI_BOOL sleep);
+    // The panel's factory control step (enable, step 0..4, 0, level); what a step
+    // selects on the panel is the platform's.
+    MAPI_BOOL SetFactoryControlStep(MAPI_BOOL enable, MAPI_U8 step, MAPI_U8 reserved,
+                                    MAPI_U8 level);
 };

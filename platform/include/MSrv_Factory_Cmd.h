@@ -31,4 +31,22 @@ public:
     MAPI_BOOL SetFactoryCodeEvent(unsigned short code, unsigned short event);
     MAPI_BOOL _HandleFactoryEvent(unsigned int event, unsigned int p1, unsigned int p2);
     MAPI_BOOL GetFactoryCodeFromZYTSpecialRemoteController2Exe();
+
+    // Service mode. The service fills these from the remote's service protocol before
+    // it raises factory event 200; the service-data editor reads and moves them.
+    MAPI_U16 g_u16ServiceModeAddr = 0x800;  // the current item's address
+    MAPI_U8 g_u8ServiceStepCmd = 0;         // 28/29 one step up/down, 30/31 four steps
+    MAPI_U8 g_u8ServiceModeSelect = 0;      // 254 E/D mode, 195 S mode
+    MAPI_U8 g_u8WhiteBalanceCmd = 0;        // '3' RDRV, '4' BDRV, '5' read BDRV, '6' read RDRV
+    MAPI_U8 g_bServiceNavLock = 0;          // next/previous item keys do nothing
+    MAPI_U8 g_bServiceShortRange = 0;       // the white-balance items only
+    MAPI_U8 g_bDModeOpen = 0;               // the full editing range; digits toggle bits
+    // Stores a service item's value.
+    MAPI_BOOL ProcessServiceData(unsigned short addr, unsigned char value);
+    // The item's inclusive range.
+    MAPI_BOOL ServiceModeCheckRange(unsigned short addr, unsigned char* min, unsigned char* max);
+    // 1 while the service-data editor is open.
+    MAPI_BOOL Set_S_D_Mode(unsigned char on);
+    MAPI_BOOL CMD_HandleEvent(unsigned char a, unsigned char b, unsigned char c, unsigned char d,
+                              unsigned char e);
 };

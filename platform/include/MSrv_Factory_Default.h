@@ -9,4 +9,9 @@ public:
     // One byte of the factory store per item number.
     MAPI_BOOL GetFactoryData(unsigned short id, unsigned char* value);
     MAPI_BOOL SetFactoryData(unsigned short id, unsigned char value);
+    // Service data back to the factory defaults (white balance, audio, the rest; EDID).
+    MAPI_BOOL RestoreDefaultServiceData(unsigned char reserved);
+    MAPI_BOOL RestoreDefaultServiceColor(unsigned char reserved);
+    MAPI_BOOL RestoreDefaultServiceAudio(unsigned char reserved);
+    MAPI_BOOL RestoreDefaultServiceEDID();
 };

@@ -1,0 +1,135 @@
+// The service item table against every name written out in tests/data, and the
+// editor's stepping rules and binary text.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+// The library keeps its pure logic private; tests reach it by path.
+#include "../factorymanager/src/ServiceItemNames.h"
+#include "../factorymanager/src/ServiceModeRules.h"
+
+namespace {
+
+const std::vector<std::string>& ExpectedNames() {
+    static const std::vector<std::string> names = {
+#include "data/ServiceItemNames.inc"
+    };
+    return names;
+}
+
+TEST(ServiceItemNamesTest, EverySlotHasTheSetsName) {
+    const std::vector<std::string>& expected = ExpectedNames();
+    ASSERT_EQ(expected.size(), ServiceItems::kCount);
+    for (unsigned index = 0; index < ServiceItems::kCount; ++index) {
+        EXPECT_EQ(ServiceItems::Name(index), expected[index]) << "index " << index;
+    }
+    EXPECT_STREQ(ServiceItems::Name(ServiceItems::kCount), "");
+    EXPECT_STREQ(ServiceItems::Name(0xFFFFFFFFu), "");
+}
+
+TEST(ServiceItemNamesTest, TheTablesIrregularitiesAreKept) {
+    EXPECT_STREQ(ServiceItems::Name(86), "COLC VIDEO DYNA");
+    EXPECT_STREQ(ServiceItems::Name(315), "BL_WHITE_DET");
+    EXPECT_STREQ(ServiceItems::Name(158), "SHPC HDMI HD MOVIE");
+    EXPECT_STREQ(ServiceItems::Name(159), "SHPC HDMI HD MOVIE");
+    EXPECT_STREQ(ServiceItems::Name(719), "AUD_CC3D_DEPTH_ENABLEM");
+    EXPECT_STREQ(ServiceItems::Name(720), "AUD_CC3D_DEPTH_ENABLE");
+    EXPECT_STREQ(ServiceItems::Name(721), "AUD TBHD ENABLEM");
+    for (unsigned index = 0; index < ServiceItems::kCount; ++index) {
+        EXPECT_STRNE(ServiceItems::Name(index), "SHPC HDMI HD STANDARD");
+    }
+}
+
+TEST(ServiceItemNamesTest, AddressesBelowTheTableShowItemZero) {
+    EXPECT_EQ(ServiceItems::IndexOf(0x000), 0u);
+    EXPECT_EQ(ServiceItems::IndexOf(0x7FF), 0u);
+    EXPECT_EQ(ServiceItems::IndexOf(0x800), 0u);
+    EXPECT_EQ(ServiceItems::IndexOf(0x801), 1u);
+    EXPECT_EQ(ServiceItems::IndexOf(0xD83), 1411u);
+}
+
+// ---- Stepping rules ----------------------------------------------------------------
+
+struct StepCase {
+    int value, min, max, command;
+    bool up;
+    int expected;
+};
+
+class ServiceStepValueTest : public ::testing::TestWithParam<StepCase> {};
+
+TEST_P(ServiceStepValueTest, StepsInsideTheRange) {
+    const StepCase& c = GetParam();
+    EXPECT_EQ(ServiceMode::StepValue(c.value, c.min, c.max, c.command, c.up), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Steps, ServiceStepValueTest,
+    ::testing::Values(StepCase{5, 0, 10, 28, true, 6}, StepCase{10, 0, 10, 28, true, 0},
+                      StepCase{
+                          10, 3, 10, 28, true,
+                          3},  // four steps only when all four fit: max-4 reaches max, max-3 stays
+                      StepCase{6, 0, 10, 30, true, 10}, StepCase{7, 0, 10, 30, true, 7},
+                      StepCase{8, 0, 10, 30, true, 8}, StepCase{10, 0, 10, 30, true, 10},
+                      StepCase{5, 0, 10, 29, false, 4}, StepCase{0, 0, 10, 29, false, 10},
+                      StepCase{3, 3, 10, 29, false, 10}, StepCase{7, 3, 10, 31, false, 3},
+                      StepCase{6, 3, 10, 31, false, 6}, StepCase{5, 3, 10, 31, false, 5},
+                      StepCase{3, 3, 10, 31, false, 3},
+                      // outside the range: left as it is
+                      StepCase{20, 0, 10, 28, true, 20}, StepCase{1, 5, 10, 28, true, 1},
+                      StepCase{20, 0, 10, 29, false, 20}, StepCase{1, 5, 10, 29, false, 1},
+                      // no step command: nothing changes either way
+                      StepCase{5, 0, 10, 0, false, 5}, StepCase{5, 0, 10, 28, false, 5},
+                      // four steps up near the top of the byte does not overflow
+                      StepCase{253, 0, 255, 30, true, 253}, StepCase{2, 0, 255, 31, false, 2}));
+
+TEST(ServiceRulesTest, ValueKeysStepByOneAndWrap) {
+    EXPECT_EQ(ServiceMode::KeyValue(5, 0, 10, true), 6);
+    EXPECT_EQ(ServiceMode::KeyValue(10, 2, 10, true), 2);
+    EXPECT_EQ(ServiceMode::KeyValue(5, 0, 10, false), 4);
+    EXPECT_EQ(ServiceMode::KeyValue(2, 2, 10, false), 10);
+    EXPECT_EQ(ServiceMode::KeyValue(255, 0, 255, true), 0);
+    EXPECT_EQ(ServiceMode::KeyValue(0, 0, 255, false), 255);
+}
+
+TEST(ServiceRulesTest, BitsToggleWhateverTheRange) {
+    EXPECT_EQ(ServiceMode::ToggleBit(0x80, 7), 0x00);
+    EXPECT_EQ(ServiceMode::ToggleBit(0x00, 7), 0x80);
+    EXPECT_EQ(ServiceMode::ToggleBit(0x05, 0), 0x04);
+    EXPECT_EQ(ServiceMode::ToggleBit(0x05, 1), 0x07);
+    // A bit beyond the byte leaves it as it is.
+    EXPECT_EQ(ServiceMode::ToggleBit(0x05, 8), 0x05);
+    EXPECT_EQ(ServiceMode::ToggleBit(0x05, 40), 0x05);
+}
+
+TEST(ServiceRulesTest, ControlStepCyclesThroughAllSteps) {
+    std::vector<int> seen;
+    MAPI_U8 step = ServiceMode::kControlStepOff;
+    for (int i = 0; i < 7; ++i) {
+        step = ServiceMode::NextControlStep(step);
+        seen.push_back(step);
+    }
+    EXPECT_EQ(seen, (std::vector<int>{2, 4, 3, 1, 0, 0xFF, 2}));
+}
+
+TEST(ServiceRulesTest, BinaryTextIsMostSignificantFirstAndPadded) {
+    char text[12];
+    ServiceMode::BinaryText(5, text, 8);
+    EXPECT_STREQ(text, "00000101");
+    ServiceMode::BinaryText(0, text, 8);
+    EXPECT_STREQ(text, "00000000");
+    ServiceMode::BinaryText(0xFF, text, 8);
+    EXPECT_STREQ(text, "11111111");
+    ServiceMode::BinaryText(5, text, 3);
+    EXPECT_STREQ(text, "101");
+    // Bits beyond len are dropped rather than written before the buffer.
+    ServiceMode::BinaryText(0x1FF, text, 4);
+    EXPECT_STREQ(text, "1111");
+    unsigned short wide[9];
+    ServiceMode::BinaryText(0x7F, wide, 8);
+    EXPECT_EQ(std::u16string(wide, wide + 8), u"01111111");
+    EXPECT_EQ(wide[8], 0);
+}
+
+}  // namespace
