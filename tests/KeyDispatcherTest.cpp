@@ -60,8 +60,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         RouteCase{"MModeKeysComeBeforeTheDModeEditor", DModeInMMode, FactoryKey::PanelFunction, 1,
                   "~~ Key Select", "FactoryDModeAction", "WebAppMgr_HidePage"},
-        RouteCase{"OtherKeysInMModeReachTheDModeEditor", DModeInMMode, FactoryKey::Exit, 0,
-                  "FactoryDModeAction: not built yet", kNothing, ""},
+        RouteCase{"OtherKeysInMModeReachTheDModeEditor", DModeInMMode, FactoryKey::Exit, 1, "",
+                  kNothing, "MSrv_Factory_Cmd::Set_S_D_Mode"},
         RouteCase{"WlanTestIgnoresTheMenuKey", [](FM& fm, MM&) { fm.m_bIsWLANTesting = 1; },
                   FactoryKey::Menu, 0, "", "OnTimer_FactoryWLANTest", ""},
         RouteCase{"WlanTestEndsAtOnceOnThePanelExit", [](FM& fm, MM&) { fm.m_bIsWLANTesting = 1; },
