@@ -80,6 +80,10 @@ const std::vector<Commands::Command>& Commands::Table() {
         {"expect", "expect <cmd> [data]",
          "checks that the page was sent cmd (with data) since the previous expect",
          &Commands::Expect},
+        {"service", "service <command> [address]",
+         "a service command, event 200 (step-up, step-down, step-up4, step-down4, e-d-mode, "
+         "s-mode, rdrv, bdrv, read-bdrv, read-rdrv, show)",
+         &Commands::Service},
         {"quit", "quit", "leaves factory-sim", &Commands::Quit},
     };
     return table;

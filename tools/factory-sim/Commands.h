@@ -51,6 +51,8 @@ private:
     std::string Journal(const Words& w, const std::string& rest, std::string& out);
     std::string Expect(const Words& w, const std::string& rest, std::string& out);
     std::string Quit(const Words& w, const std::string& rest, std::string& out);
+    // In ServiceCommand.cpp.
+    std::string Service(const Words& w, const std::string& rest, std::string& out);
 
     void Post(unsigned int id, uintptr_t p1, uintptr_t p2, uintptr_t p3);
 
