@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "FactoryManager.h"
@@ -73,6 +74,41 @@ NoteList LoadNotes(bool editable, const std::string& addr, const std::string& he
         notes.push_back(n);
     }
     return notes;
+}
+
+// ---- Item names --------------------------------------------------------------------
+
+TEST_F(ServiceModeTest, TheItemAtTheCurrentAddressIsNamed) {
+    const std::pair<MAPI_U16, const char*> listed[] = {
+        {0x800, "RCUT"},
+        {0x7FF, "RCUT"},
+        {0x000, "RCUT"},
+        {0xD83, "AUD DAEQ PARA121_4"},
+        {0xBA0, "AUD DAEQ PARA1_1"},
+        {0xBA2, "AUD DAEQ PARA1_3"},
+        {0xD84, ""},
+        {0xFFFF, ""},
+        {0xB17, ""},
+        {0xB2D, ""},
+        {0xB3F, ""},
+        {0xB91, ""},
+        {0xB93, ""},
+        {0x856, "COLC VIDEO DYNA"},
+        {0x93B, "BL_WHITE_DET"},
+        {0x89A, "SHPC HDMI HD MOVIE"},
+        {0x89B, "SHPC HDMI HD MOVIE"},
+        {0x95E, "SOC SHPC DTV SD DYNAMIC"},
+        {0x964, "SOC SHPC 3D VIDEO DYNAMIC"},
+        {0x984, "SOC RESO PLUS"},
+        {0xAD9, "AUD OUTPUT"},
+    };
+    NoteList expected;
+    for (const auto& item : listed) {
+        Cmd().g_u16ServiceModeAddr = item.first;
+        Fm().FactoryLoadMode();
+        expected.push_back(Str("DMode-Option", item.second));
+    }
+    EXPECT_EQ(UiNotes(), expected);
 }
 
 // ---- Opening ------------------------------------------------------------------------

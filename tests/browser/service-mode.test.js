@@ -44,7 +44,8 @@ test("the layout follows every notification of the editor", async () => {
       server.notify(cmd, data);
     }
     await page.locator('section[data-page="DMode"] .service-access', { hasText: "read-only" }).waitFor();
-    assert.match(await page.locator('section[data-page="DMode"]').getAttribute("class"), /\breadonly\b/);
+    assert.match(await page.locator('section[data-page="DMode"] .service-hex').getAttribute("class"),
+                 /\breadonly\b/);
     assert.strictEqual(await text(page, "service-name"), "");
     assert.strictEqual(await text(page, "service-sd"), "D");
     assert.strictEqual(await text(page, "service-command"), "white balance");
