@@ -95,8 +95,10 @@ TEST_F(ServiceModeTest, TheItemAtTheCurrentAddressIsNamed) {
         {0xB93, ""},
         {0x856, "COLC VIDEO DYNA"},
         {0x93B, "BL_WHITE_DET"},
-        {0x89A, "SHPC HDMI HD MOVIE"},
-        {0x89B, "SHPC HDMI HD MOVIE"},
+        // Item 158 repeats 159; 0x89A is item 154, in the HDMI 4K run before them.
+        {0x89E, "SHPC HDMI HD MOVIE"},
+        {0x89F, "SHPC HDMI HD MOVIE"},
+        {0x89A, "SHPC HDMI 4K STANDARD"},
         {0x95E, "SOC SHPC DTV SD DYNAMIC"},
         {0x964, "SOC SHPC 3D VIDEO DYNAMIC"},
         {0x984, "SOC RESO PLUS"},
