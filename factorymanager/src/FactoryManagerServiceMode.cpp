@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "FactoryKeyCodes.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
 #include "MSrv_Control.h"
@@ -27,21 +28,21 @@ bool IsWhiteBalanceCommand(MAPI_U8 c) {
     return c == kWbRdrv || c == kWbBdrv || c == kWbReadBdrv || c == kWbReadRdrv;
 }
 
-// Editor keys (the platform's key codes).
+// Editor keys (the platform's key codes); the remote's up/down move between items.
 namespace DKey {
-constexpr unsigned long Next = 0xF002;
+constexpr unsigned long Next = FactoryKey::Up;
 constexpr unsigned long Next2 = 0xF046;
-constexpr unsigned long Previous = 0xF003;
+constexpr unsigned long Previous = FactoryKey::Down;
 constexpr unsigned long Previous2 = 0xF047;
 constexpr unsigned long ValueUp = 0xF001;
 constexpr unsigned long ValueUp2 = 0xF04C;
 constexpr unsigned long ValueDown = 0xF000;
 constexpr unsigned long ValueDown2 = 0xF04D;
-constexpr unsigned long Exit = 0xF062;
-constexpr unsigned long PanelExit = 0xF557;
+constexpr unsigned long Exit = FactoryKey::Exit;
+constexpr unsigned long PanelExit = FactoryKey::PanelExit;
 constexpr unsigned long ControlStep = 0xF068;
 constexpr unsigned long ResetFirst = 0xF014;  // then ResetSecond: all service data to default
-constexpr unsigned long ResetSecond = 0xF554;
+constexpr unsigned long ResetSecond = FactoryKey::PanelUp;
 }  // namespace DKey
 
 // Navigation ranges: the white-balance items, or every item up to "AUD OUTPUT".
@@ -58,8 +59,8 @@ struct DigitJump {
 };
 constexpr DigitJump kDigitJumps[] = {{'1', 0x800}, {'2', 0x801}, {'3', 0x802}, {'4', 0x835}};
 
-constexpr int kOldMemoryAssertLine = 3356;
-
+// A set without system information is built wrong: stop here, as the service staff's
+// logs expect.
 [[noreturn]] void AssertFail(const char* function, int line) {
     printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager.cpp", function, line);
     fflush(stdout);
@@ -111,7 +112,7 @@ void FactoryManager::NotifyDModeAddr(const char* format) {
 MAPI_BOOL FactoryManager::FactoryOldMemoryData() {
     const unsigned index = ServiceItems::IndexOf(m_pFactoryCmd->g_u16ServiceModeAddr);
     if (SystemInfo::GetInstance() == nullptr) {
-        AssertFail("MAPI_BOOL FactoryManager::FactoryOldMemoryData()", kOldMemoryAssertLine);
+        AssertFail("MAPI_BOOL FactoryManager::FactoryOldMemoryData()", __LINE__);
     }
     return index >= ServiceItems::kFirstReadOnly && index <= ServiceItems::kLastReadOnly;
 }
