@@ -9,4 +9,8 @@ public:
     // One byte of the factory store per item number.
     MAPI_BOOL GetFactoryData(unsigned short id, unsigned char* value);
     MAPI_BOOL SetFactoryData(unsigned short id, unsigned char value);
+    // Bytes of the factory store from an item number on, over the same items as
+    // GetFactoryData/SetFactoryData.
+    MAPI_BOOL msAPI_rmBurstReadBytes(MAPI_U16 address, MAPI_U8* buffer, MAPI_U16 size);
+    MAPI_BOOL msAPI_rmBurstWriteBytes(MAPI_U16 address, MAPI_U8* buffer, MAPI_U16 size);
 };
