@@ -72,6 +72,23 @@ Field AppliedBand(const char* name, const char* help, const char* const (&parts)
             [name](const std::string&, const std::string&) { return ReadOnly(name); }};
 }
 
+// What the console's set operations last wrote, by parameter; "none" before anything.
+Field IndexedWritten(const char* name, const char* help,
+                     std::map<int, MAPI_U8> sim::SoundEditorState::*member) {
+    return {name, "param", help,
+            [member](const std::string& arg, std::string& value) {
+                const auto index = ParseNumber(arg);
+                if (!index || *index > 255) {
+                    return "not a parameter from 0 to 255: " + arg;
+                }
+                const auto& values = AreaOf<sim::SoundEditorState>().*member;
+                auto it = values.find(static_cast<int>(*index));
+                value = it == values.end() ? "none" : std::to_string(it->second);
+                return std::string();
+            },
+            [name](const std::string&, const std::string&) { return ReadOnly(name); }};
+}
+
 const char* const kPeqParts[] = {"gain", "f0", "f0div100", "q"};
 const char* const kHlpfParts[] = {"type", "f0", "f0div100"};
 
@@ -138,6 +155,10 @@ std::vector<Field> SoundMediaFields() {
                          &SoundEditorState::audyCLevel),
         IndexedReadValue("audy-param", "what the advanced-sound processor's parameter read answers",
                          &SoundEditorState::audyParam),
+        IndexedWritten("adv-param", "what the advanced-sound console's command 55 last set",
+                       &SoundEditorState::advSetParam),
+        IndexedWritten("audy-set-param", "what the advanced-sound console's command 53 last set",
+                       &SoundEditorState::audySetParam),
         Number("l-open", "the 3D glasses' left open length", &Timing3DState::lOpen, 0xFFFF),
         Number("l-close", "the 3D glasses' left close length", &Timing3DState::lClose, 0xFFFF),
         Number("r-open", "the 3D glasses' right open length", &Timing3DState::rOpen, 0xFFFF),
