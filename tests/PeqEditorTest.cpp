@@ -180,12 +180,13 @@ TEST_F(PeqTest, UpAndDownWrapOverTheSixItems) {
     EXPECT_EQ(Fm().m_u8PEQHighlight, 0);
 }
 
-// Band stepping: the labels shown after each key; never a write or an apply.
+// Band stepping: the labels shown after each key (L left, R right); never a write
+// or an apply.
 struct BandWalk {
     const char* name;
     bool audyssey;
-    std::vector<unsigned long> keys;
-    std::vector<const char*> labels;
+    const char* keys;
+    std::vector<std::string> labels;
 };
 
 class PeqBandTest : public PeqTest, public testing::WithParamInterface<BandWalk> {};
@@ -196,38 +197,37 @@ TEST_P(PeqBandTest, StepsAndWraps) {
     ClearUiNotes();
     Journal().Clear();
     std::vector<std::string> shown;
-    for (unsigned long key : w.keys) {
-        Press(key);
-        shown.push_back(UiNotes().back().data);
+    for (const char* k = w.keys; *k != '\0'; ++k) {
+        Press(*k == 'L' ? kLeft : kRight);
         EXPECT_EQ(UiNotes().back().cmd, "PEQ-Band");
+        shown.push_back(UiNotes().back().data);
     }
-    EXPECT_EQ(shown, std::vector<std::string>(w.labels.begin(), w.labels.end()));
+    EXPECT_EQ(shown, w.labels);
     EXPECT_EQ(Journal().CountCalls("MSrv_Factory_Default::msAPI_rmBurstWriteBytes"), 0u);
     EXPECT_EQ(Journal().CountCalls("MSrv_SSSound::SetPEQParam"), 0u);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Layouts, PeqBandTest,
-    testing::Values(BandWalk{"SixteenLeftWrapsToFifteen",
-                             false,
-                             {kLeft, kRight, kRight},
-                             {"7 (TV wall)", "0 (TV stand)", "1 (TV stand)"}},
-                    BandWalk{"SixteenSevenToEight",
-                             false,
-                             {kLeft, kLeft, kLeft, kLeft, kLeft, kLeft, kLeft, kLeft},
-                             {"7 (TV wall)", "6 (TV wall)", "5 (TV wall)", "4 (TV wall)",
-                              "3 (TV wall)", "2 (TV wall)", "1 (TV wall)", "0 (TV wall)"}},
-                    BandWalk{"TwentyEightSkipsSevenAndTwentyFive",
-                             true,
-                             {kLeft, kLeft, kLeft, kRight, kRight, kRight},
-                             {"7 (HIGH wall)", "7 (LOW wall)", "6 (TV wall)", "7 (LOW wall)",
-                              "7 (HIGH wall)", "0 (TV table)"}},
-                    BandWalk{"TwentyEightSixToLowTable",
-                             true,
-                             {kRight, kRight, kRight, kRight, kRight, kRight, kRight, kLeft},
-                             {"1 (TV table)", "2 (TV table)", "3 (TV table)", "4 (TV table)",
-                              "5 (TV table)", "6 (TV table)", "7 (LOW table)", "6 (TV table)"}}),
-    [](const auto& info) { return std::string(info.param.name); });
+const BandWalk kWalks[] = {
+    {"SixteenWrapsBothWays", false, "LRR", {"7 (TV wall)", "0 (TV stand)", "1 (TV stand)"}},
+    {"SixteenWallToStand",
+     false,
+     "RRRRRRRRR",
+     {"1 (TV stand)", "2 (TV stand)", "3 (TV stand)", "4 (TV stand)", "5 (TV stand)",
+      "6 (TV stand)", "7 (TV stand)", "0 (TV wall)", "1 (TV wall)"}},
+    {"TwentyEightSkipsTwentyFive",
+     true,
+     "LLLRRR",
+     {"7 (HIGH wall)", "7 (LOW wall)", "6 (TV wall)", "7 (LOW wall)", "7 (HIGH wall)",
+      "0 (TV table)"}},
+    {"TwentyEightSkipsSeven",
+     true,
+     "RRRRRRRL",
+     {"1 (TV table)", "2 (TV table)", "3 (TV table)", "4 (TV table)", "5 (TV table)",
+      "6 (TV table)", "7 (LOW table)", "6 (TV table)"}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Layouts, PeqBandTest, testing::ValuesIn(kWalks),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(PeqTest, ABandChangeLoadsAndShowsTheNewBand) {
     StoreRecord(1, {7, 8, 0x00, 0x5A, 130, 9});  // filter mode 9: out of range
@@ -240,132 +240,68 @@ TEST_F(PeqTest, ABandChangeLoadsAndShowsTheNewBand) {
 }
 
 // Every other item at both ends, both directions, in both layouts: what is shown
-// and what band 0's record holds afterwards.
+// and what band 0's record holds afterwards. Values are the item's stored byte (Q:
+// the stored word) in a record that is otherwise kMid.
 struct StepCase {
     const char* name;
     int item;
-    Record before;
+    unsigned before;
     unsigned long key;
     Note shown;
-    Record after;
+    unsigned after;
 };
+
+const Record kMid = {100, 50, 0x02, 0x62, 120, 0};  // Q word 610: index 560
+
+Record WithItem(int item, unsigned value) {
+    Record r = kMid;
+    const int offsets[] = {-1, 5, 0, 1, 2, 4};
+    if (item == 4) {
+        r[2] = static_cast<MAPI_U8>(value >> 8);
+        r[3] = static_cast<MAPI_U8>(value & 0xFF);
+    } else {
+        r[offsets[item]] = static_cast<MAPI_U8>(value);
+    }
+    return r;
+}
 
 class PeqStepTest : public PeqTest,
                     public testing::WithParamInterface<std::tuple<StepCase, bool>> {};
 
 TEST_P(PeqStepTest, StoresAndShowsTheNextValue) {
     const StepCase& c = std::get<0>(GetParam());
-    StoreRecord(0, c.before);
+    StoreRecord(0, WithItem(c.item, c.before));
     Open(std::get<1>(GetParam()));
     Select(0, c.item);
     Press(c.key);
     EXPECT_EQ(UiNotes(), NoteList{c.shown});
-    EXPECT_EQ(StoredRecord(0), c.after);
+    EXPECT_EQ(StoredRecord(0), WithItem(c.item, c.after));
     EXPECT_EQ(Journal().CountCalls("MSrv_SSSound::SetPEQParam") +
                   Journal().CountCalls("MSrv_SSSound::SND_SetHLPFParm"),
               1u);
 }
 
-const Record kMid = {100, 50, 0x02, 0x62, 120, 0};  // Q word 610: index 560
+const StepCase kSteps[] = {
+    {"FilterLeftFromPeqIsHpf", 1, 0, kLeft, Str("PEQ-Filter-Mode", "HPF"), 2},
+    {"FilterLeftFromLpfIsPeq", 1, 1, kLeft, Str("PEQ-Filter-Mode", "PEQ"), 0},
+    {"FilterLeftFromHpfIsByPass", 1, 2, kLeft, Str("PEQ-Filter-Mode", "ByPASS"), 3},
+    {"FilterLeftFromByPassIsLpf", 1, 3, kLeft, Str("PEQ-Filter-Mode", "LPF"), 1},
+    {"FilterRightFromByPassWraps", 1, 3, kRight, Str("PEQ-Filter-Mode", "PEQ"), 0},
+    {"F0RightFromTopWraps", 2, 200, kRight, Num("PEQ-f0", 0), 0},
+    {"F0LeftFromZeroWraps", 2, 0, kLeft, Num("PEQ-f0", 20000), 200},
+    {"F0Div100RightFromTopWraps", 3, 99, kRight, Num("PEQ-f0Div100", 0), 0},
+    {"F0Div100LeftFromZeroWraps", 3, 0, kLeft, Num("PEQ-f0Div100", 99), 99},
+    {"QRightFromTheTopGoesToZero", 4, 1601, kRight, Num("PEQ-QX10", 5), 50},
+    {"QLeftRoundsDownToTens", 4, 1601, kLeft, Num("PEQ-QX10", 159), 1590},
+    {"QRightBelowTheTopRoundsUp", 4, 1599, kRight, Num("PEQ-QX10", 160), 1600},
+    {"QLeftFromZeroGoesToTheTop", 4, 50, kLeft, Num("PEQ-QX10", 160), 1600},
+    {"QLeftBelowTenGoesToTheTop", 4, 59, kLeft, Num("PEQ-QX10", 160), 1600},
+    {"GainRightFromTopWraps", 5, 240, kRight, Num("PEQ-GainX10", -120), 0},
+    {"GainLeftFromZeroWraps", 5, 0, kLeft, Num("PEQ-GainX10", 120), 240},
+};
 
 INSTANTIATE_TEST_SUITE_P(Items, PeqStepTest,
-                         testing::Combine(testing::Values(StepCase{"FilterLeftFromPeqIsHpf",
-                                                                   1,
-                                                                   kMid,
-                                                                   kLeft,
-                                                                   Str("PEQ-Filter-Mode", "HPF"),
-                                                                   {100, 50, 0x02, 0x62, 120, 2}},
-                                                          StepCase{"FilterLeftFromLpfIsPeq",
-                                                                   1,
-                                                                   {100, 50, 0x02, 0x62, 120, 1},
-                                                                   kLeft,
-                                                                   Str("PEQ-Filter-Mode", "PEQ"),
-                                                                   kMid},
-                                                          StepCase{"FilterLeftFromHpfIsByPass",
-                                                                   1,
-                                                                   {100, 50, 0x02, 0x62, 120, 2},
-                                                                   kLeft,
-                                                                   Str("PEQ-Filter-Mode", "ByPASS"),
-                                                                   {100, 50, 0x02, 0x62, 120, 3}},
-                                                          StepCase{"FilterLeftFromByPassIsLpf",
-                                                                   1,
-                                                                   {100, 50, 0x02, 0x62, 120, 3},
-                                                                   kLeft,
-                                                                   Str("PEQ-Filter-Mode", "LPF"),
-                                                                   {100, 50, 0x02, 0x62, 120, 1}},
-                                                          StepCase{"FilterRightFromByPassWraps",
-                                                                   1,
-                                                                   {100, 50, 0x02, 0x62, 120, 3},
-                                                                   kRight,
-                                                                   Str("PEQ-Filter-Mode", "PEQ"),
-                                                                   kMid},
-                                                          StepCase{"F0RightFromTopWraps",
-                                                                   2,
-                                                                   {200, 50, 0x02, 0x62, 120, 0},
-                                                                   kRight,
-                                                                   Num("PEQ-f0", 0),
-                                                                   {0, 50, 0x02, 0x62, 120, 0}},
-                                                          StepCase{"F0LeftFromZeroWraps",
-                                                                   2,
-                                                                   {0, 50, 0x02, 0x62, 120, 0},
-                                                                   kLeft,
-                                                                   Num("PEQ-f0", 20000),
-                                                                   {200, 50, 0x02, 0x62, 120, 0}},
-                                                          StepCase{"F0Div100RightFromTopWraps",
-                                                                   3,
-                                                                   {100, 99, 0x02, 0x62, 120, 0},
-                                                                   kRight,
-                                                                   Num("PEQ-f0Div100", 0),
-                                                                   {100, 0, 0x02, 0x62, 120, 0}},
-                                                          StepCase{"F0Div100LeftFromZeroWraps",
-                                                                   3,
-                                                                   {100, 0, 0x02, 0x62, 120, 0},
-                                                                   kLeft,
-                                                                   Num("PEQ-f0Div100", 99),
-                                                                   {100, 99, 0x02, 0x62, 120, 0}},
-                                                          StepCase{"QRightFromTheTopGoesToZero",
-                                                                   4,
-                                                                   {100, 50, 0x06, 0x41, 120, 0},
-                                                                   kRight,
-                                                                   Num("PEQ-QX10", 5),
-                                                                   {100, 50, 0x00, 0x32, 120, 0}},
-                                                          StepCase{"QLeftRoundsDownToTens",
-                                                                   4,
-                                                                   {100, 50, 0x06, 0x41, 120, 0},
-                                                                   kLeft,
-                                                                   Num("PEQ-QX10", 159),
-                                                                   {100, 50, 0x06, 0x36, 120, 0}},
-                                                          StepCase{"QRightBelowTheTopRoundsUp",
-                                                                   4,
-                                                                   {100, 50, 0x06, 0x3F, 120, 0},
-                                                                   kRight,
-                                                                   Num("PEQ-QX10", 160),
-                                                                   {100, 50, 0x06, 0x40, 120, 0}},
-                                                          StepCase{"QLeftFromZeroGoesToTheTop",
-                                                                   4,
-                                                                   {100, 50, 0x00, 0x32, 120, 0},
-                                                                   kLeft,
-                                                                   Num("PEQ-QX10", 160),
-                                                                   {100, 50, 0x06, 0x40, 120, 0}},
-                                                          StepCase{"QLeftBelowTenGoesToTheTop",
-                                                                   4,
-                                                                   {100, 50, 0x00, 0x3B, 120, 0},
-                                                                   kLeft,
-                                                                   Num("PEQ-QX10", 160),
-                                                                   {100, 50, 0x06, 0x40, 120, 0}},
-                                                          StepCase{"GainRightFromTopWraps",
-                                                                   5,
-                                                                   {100, 50, 0x02, 0x62, 240, 0},
-                                                                   kRight,
-                                                                   Num("PEQ-GainX10", -120),
-                                                                   {100, 50, 0x02, 0x62, 0, 0}},
-                                                          StepCase{"GainLeftFromZeroWraps",
-                                                                   5,
-                                                                   {100, 50, 0x02, 0x62, 0, 0},
-                                                                   kLeft,
-                                                                   Num("PEQ-GainX10", 120),
-                                                                   {100, 50, 0x02, 0x62, 240, 0}}),
-                                          testing::Bool()),
+                         testing::Combine(testing::ValuesIn(kSteps), testing::Bool()),
                          [](const auto& info) {
                              return std::string(std::get<0>(info.param).name) +
                                     (std::get<1>(info.param) ? "_28" : "_16");
