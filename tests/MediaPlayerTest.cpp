@@ -209,8 +209,8 @@ std::vector<std::string> StopCalls(std::vector<std::string> more) {
 
 INSTANTIATE_TEST_SUITE_P(
     Services, MediaStopTest,
-    testing::Values(StopCase{"WithServicesPlaysTheProgram",
-                             12,
+    testing::Values(StopCase{"WithOneServicePlaysTheProgram",
+                             1,
                              {{1, 32, 0, 0}},
                              StopCalls({"MSrv_Control::SwitchMSrvDtvRoute [0]",
                                         "MSrv_Control::SwitchMSrvDtvRoute [1]",

@@ -30,8 +30,6 @@ struct VariantBand {
     MAPI_U8 lowHigh;
 };
 constexpr VariantBand kVariants[] = {{8, 1}, {9, 2}, {26, 1}, {27, 2}};
-constexpr unsigned kFirstSkype = 10;
-constexpr unsigned kLastSkype = 17;
 
 MAPI_U32 InRange(MAPI_U32 value, MAPI_U32 max) { return value <= max ? value : 0; }
 
@@ -109,14 +107,12 @@ bool Applied(bool audyssey, unsigned band, MAPI_U8 lowHigh) {
     if (!audyssey) {
         return true;
     }
-    if (band >= kFirstSkype && band <= kLastSkype) {
-        return false;
-    }
     for (const VariantBand& v : kVariants) {
         if (v.band == band) {
             return v.lowHigh == lowHigh;
         }
     }
+    // TV table and TV wall; the SKYPE bands 10 to 17 are stored only.
     return (band <= 6) || (band >= 18 && band <= 24);
 }
 
