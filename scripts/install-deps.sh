@@ -6,7 +6,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 
 packages=(cmake ninja-build g++ pkg-config git libgtest-dev libgmock-dev libbenchmark-dev
   libwebsockets-dev libjson-c-dev libdirectfb-dev libdirectfb-extra fonts-dejavu-core
-  chromium nodejs npm)
+  chromium nodejs npm tzdata)
 
 missing=()
 for p in "${packages[@]}"; do

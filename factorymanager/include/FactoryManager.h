@@ -612,15 +612,105 @@ public:
 
     // ---- PEQ editor ------------------------------------------------------------------
     MAPI_BOOL OnEvent_PEQ(void* p1, void* p2, void* p3);
+    MAPI_BOOL UpdatePEQHighlight();
+    void ShowPEQBand();
+    void ShowPEQFilterMode();
+    void ShowPEQF0();
+    void ShowF0Div100();
+    void ShowPEQQx10();
+    void ShowPEQGainX10();
+    MAPI_BOOL UpdateBandIndex(unsigned long key);
+    MAPI_BOOL UpdateFilterModeIndex(unsigned long key);
+    MAPI_BOOL UpdateF0Index(unsigned long key);
+    MAPI_BOOL UpdateF0Div100Index(unsigned long key);
+    MAPI_BOOL UpdateQx10Index(unsigned long key);
+    MAPI_BOOL UpdateGainX10Index(unsigned long key);
+    // Loads the band now selected and shows it; nothing is written.
+    MAPI_BOOL UpdateBandSetting();
+    // Each writes its field of the current band and applies the band.
+    MAPI_BOOL UpdateFilterModeSetting();
+    MAPI_BOOL UpdateF0Setting();
+    MAPI_BOOL UpdateF0Div100Setting();
+    MAPI_BOOL UpdateQX10Setting();
+    MAPI_BOOL UpdateGainX10Setting();
+    // Re-reads the area into the buffer and applies the current band if its layout lets it.
+    MAPI_BOOL UpdatePEQSetting(void* buffer);
+    MAPI_BOOL SetPEQParam(unsigned char f0Index, unsigned char f0Div100, unsigned char gain,
+                          unsigned short q);
+    MAPI_BOOL ExitPEQ();
 
+    MAPI_U8 m_bAudysseyPEQ = 0;  // the 28-band layout
+    MAPI_U8 m_u8PEQLowHigh = 0;  // 1 LOW, 2 HIGH variant of band 7
+    MAPI_U8 m_u8PEQBand = 0;
+    MAPI_U8 m_u8PEQFilterMode = 0;
+    MAPI_U32 m_u32PEQF0Index = 0;
+    MAPI_U8 m_u8PEQF0Div100 = 0;
+    MAPI_U32 m_u32PEQQIndex = 0;  // the stored word minus 50
+    MAPI_U32 m_u32PEQGainIndex = 0;
+    MAPI_U8 m_u8PEQHighlight = 0;  // 0 band .. 5 gain
+
+private:
+    // Loads the current band's record from a copy of the area into the members.
+    void LoadPEQBand(const unsigned char* area);
+    // The field change shared by the five setting operations (a record offset).
+    MAPI_BOOL WritePEQField(unsigned offset);
+
+public:
     // ---- 3D glasses timing editor ----------------------------------------------------
     MAPI_BOOL OnEvent_3DTimingAdjust(void* p1, void* p2, void* p3);
+    MAPI_BOOL Factory3DTimingAdjustInit();
+    MAPI_BOOL Factory3DTimingKeyRight();
+    MAPI_BOOL Factory3DTimingKeyLeft();
+    MAPI_BOOL Factory3DTimingKeyUp();
+    MAPI_BOOL Factory3DTimingKeyDown();
+    MAPI_BOOL Factory3DTimingSelect();
+    MAPI_BOOL Factory3DTimingDefaultSetting();
+    MAPI_BOOL Factory3DTimingSwitchMode(unsigned char item);
+    MAPI_BOOL Factory3DTimingLLRR(unsigned char item);
+    MAPI_BOOL Factory3DTimingTuneValueByLeftKey(unsigned char item);
+    MAPI_BOOL Factory3DTimingTuneValueByRightKey(unsigned char item);
+    MAPI_BOOL Factory3DTimingTuneLRValue(unsigned char item);
+    MAPI_BOOL Factory3DTimingRGYBKey(unsigned char item, short delta);
+    MAPI_BOOL Exit3DTimingMode();
 
+    MAPI_U8 m_u8Timing3DItem = 0;  // 0 default, 1-4 modes, 5-10 values
+    MAPI_U32 m_u32LOpen = 0;
+    MAPI_U32 m_u32LClose = 0;
+    MAPI_U32 m_u32ROpen = 0;
+    MAPI_U32 m_u32RClose = 0;
+    MAPI_U32 m_u32Duty = 0;
+    MAPI_U32 m_u32Shift = 0;
+
+private:
+    struct Timing3DValue;
+    static const Timing3DValue* Timing3DValueOf(unsigned char item);
+    // Moves the highlight along an arrow; 0 when the arrow goes nowhere from here.
+    MAPI_BOOL Timing3DMove(int arrow);
+    // Sends a value under its cmd as four hex digits.
+    void ShowTiming3DValue(const Timing3DValue& value);
+    void ApplyTiming3DValue(const Timing3DValue& value);
+    // Reads the four shutter lengths and shows them; at init with defaults and logs.
+    void ReadTiming3DLengths(bool init);
+
+public:
     // ---- Audio ADV editor ------------------------------------------------------------
     MAPI_BOOL OnEvent_AudioAudysseyADV(void* p1, void* p2, void* p3);
+    MAPI_BOOL FactoryProcessAudioParam(unsigned long digitKey);
+    MAPI_BOOL FactorySetAudioADV();
+    MAPI_BOOL ExitAudioADVMode();
+
+    MAPI_U8 m_u8ADVParam1 = 0;  // command number
+    MAPI_U8 m_u8ADVParam2 = 0;
+    MAPI_U8 m_u8ADVParam3 = 0;
+    MAPI_U8 m_u8ADVDigits1 = 0;  // digits typed into each field since the page opened
+    MAPI_U8 m_u8ADVDigits2 = 0;
+    MAPI_U8 m_u8ADVDigits3 = 0;
+    MAPI_U8 m_u8ADVItem = 0;  // 0-2 the fields, 3 OK
 
     // ---- Media player test -----------------------------------------------------------
     MAPI_BOOL OnEvent_MediaPlayer(void* p1, void* p2, void* p3);
+    MAPI_BOOL MediaPlay();
+    MAPI_BOOL MediaStop();
 
 private:
     static const MSGMAP_ENTRY s_messageEntries[];

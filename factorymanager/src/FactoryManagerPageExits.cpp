@@ -4,9 +4,6 @@
 // Routines of pages that are not in this build yet, which the key dispatcher already
 // calls; each says so in the log. A page's own file takes its routines over.
 
-MAPI_BOOL FactoryManager::OnEvent_MediaPlayerStop(void*, void*, void*) {
-    return NotBuiltYet("OnEvent_MediaPlayerStop");
-}
 MAPI_BOOL FactoryManager::ExitVersionMode() { return NotBuiltYet("ExitVersionMode"); }
 MAPI_BOOL FactoryManager::VersionAction(unsigned long) { return NotBuiltYet("VersionAction"); }
 MAPI_BOOL FactoryManager::ExitRevicInfo() { return NotBuiltYet("ExitRevicInfo"); }
@@ -29,13 +26,6 @@ MAPI_BOOL FactoryManager::ExitCITestStatus() { return NotBuiltYet("ExitCITestSta
 MAPI_BOOL FactoryManager::ExitCloneCopy() { return NotBuiltYet("ExitCloneCopy"); }
 MAPI_BOOL FactoryManager::ExitATVTuningSearch() { return NotBuiltYet("ExitATVTuningSearch"); }
 MAPI_BOOL FactoryManager::ATVTuningSearchSelect() { return NotBuiltYet("ATVTuningSearchSelect"); }
-MAPI_BOOL FactoryManager::PEQProcessKey(unsigned long) { return NotBuiltYet("PEQProcessKey"); }
-MAPI_BOOL FactoryManager::Factory3DTimingKeyAction(unsigned long) {
-    return NotBuiltYet("Factory3DTimingKeyAction");
-}
-MAPI_BOOL FactoryManager::FactoryAudioADVKeyAction(unsigned long) {
-    return NotBuiltYet("FactoryAudioADVKeyAction");
-}
 MAPI_BOOL FactoryManager::DisplayAPListUI(char*, char*) { return NotBuiltYet("DisplayAPListUI"); }
 MAPI_BOOL FactoryManager::Display9PointPattern(MAPI_BOOL) {
     return NotBuiltYet("Display9PointPattern");

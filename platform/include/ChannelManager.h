@@ -12,4 +12,6 @@ class ChannelManager {
 public:
     // The channel now on screen; 0 when there is none.
     MAPI_BOOL getCurrentChannelInfo(ST_CHANNEL_INFO* info);
+    // The number of digital TV services in the channel list; 0 when it cannot be read.
+    MAPI_BOOL getDtvServiceCount(long* count);
 };

@@ -14,6 +14,13 @@ class MSrv_PreSharedKey;
 class MSrv_Factory_Mode;
 class MSrv_System_Database;
 class MSrv_ATV_Player;
+class MSrv_3DManager;
+
+// What the platform knows of the set's tuner routes.
+struct ST_MAPI_TV_INFO {
+    // Per DTV route, the broadcast type it serves (1 and 32 are digital routes).
+    MAPI_U8 u8RouteType[4];
+};
 
 class MSrv_Control {
 public:
@@ -39,4 +46,10 @@ public:
     // selects on the panel is the platform's.
     MAPI_BOOL SetFactoryControlStep(MAPI_BOOL enable, MAPI_U8 step, MAPI_U8 reserved,
                                     MAPI_U8 level);
+    MSrv_3DManager* GetMSrv3DManager();
+    // Switches the source with the platform's own bookkeeping (database, lock).
+    MAPI_BOOL SetInputSource(MAPI_INPUT_SOURCE_TYPE source, MAPI_BOOL writeDatabase,
+                             MAPI_BOOL updateLock, MAPI_BOOL lock);
+    ST_MAPI_TV_INFO GetTVInfo();
+    MAPI_BOOL SwitchMSrvDtvRoute(MAPI_U8 route);
 };

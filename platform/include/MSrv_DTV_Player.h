@@ -3,4 +3,7 @@
 
 #include "MSrv_Player.h"
 
-class MSrv_DTV_Player : public MSrv_Player {};
+class MSrv_DTV_Player : public MSrv_Player {
+public:
+    MAPI_BOOL PlayCurrentProgram(MAPI_BOOL force);
+};

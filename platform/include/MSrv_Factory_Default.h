@@ -14,4 +14,8 @@ public:
     MAPI_BOOL RestoreDefaultServiceColor(unsigned char reserved);
     MAPI_BOOL RestoreDefaultServiceAudio(unsigned char reserved);
     MAPI_BOOL RestoreDefaultServiceEDID();
+    // Bytes of the factory store from an item number on, over the same items as
+    // GetFactoryData/SetFactoryData.
+    MAPI_BOOL msAPI_rmBurstReadBytes(MAPI_U16 address, MAPI_U8* buffer, MAPI_U16 size);
+    MAPI_BOOL msAPI_rmBurstWriteBytes(MAPI_U16 address, MAPI_U8* buffer, MAPI_U16 size);
 };

@@ -14,4 +14,6 @@ struct ST_VIDEO_INFO {
 class MSrv_Player : public MSrv {
 public:
     virtual MAPI_BOOL GetVideoInfo(ST_VIDEO_INFO* info);
+    // The output's vertical frequency in tenths of a hertz.
+    MAPI_U16 GetOutputVFreq();
 };

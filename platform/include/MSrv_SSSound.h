@@ -11,4 +11,8 @@ public:
 
     MAPI_BOOL SetMuteStatus(MAPI_U8 muteType, MAPI_BOOL mute);
     MAPI_BOOL SetVolume(MAPI_U8 volume, MAPI_BOOL apply);
+    // One band of the sound processor's parametric equaliser.
+    MAPI_BOOL SetPEQParam(MAPI_U8 band, MAPI_U8 gain, MAPI_U8 f0Index, MAPI_U8 f0Div100, MAPI_U8 q);
+    // One band as a low-pass (type 0) or high-pass (type 1) filter.
+    MAPI_BOOL SND_SetHLPFParm(MAPI_U8 band, MAPI_U8 type, MAPI_U8 f0Index, MAPI_U8 f0Div100);
 };

@@ -13,6 +13,8 @@ struct ST_USER_SYSTEM_SETTING {
 struct ST_AUDIO_SETTING {
     MAPI_U8 Volume;
     MAPI_U8 Balance;
+    // Variant of the PEQ's band 7: 1 LOW, 2 HIGH.
+    MAPI_U8 u8PEQLowHigh = 0;
 };
 
 class MSrv_System_Database : public MSrv {

@@ -16,4 +16,6 @@ public:
     const char* GetPQVersion();
     // Version of the picture-quality map of the given type (0 main, 2 ...).
     const char* GetQmapVersion(int type);
+    // Whether the set has the advanced-sound option.
+    MAPI_BOOL IsAudysseyEnable();
 };

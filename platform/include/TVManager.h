@@ -9,6 +9,12 @@ class DatabaseManager;
 class TVPlayer;
 class ChannelManager;
 
+// Sources the host's own source switch knows.
+enum EN_ZYT_INPUT_SOURCE_TYPE : int {
+    E_ZYT_INPUT_SOURCE_DTV = 28,
+    E_ZYT_INPUT_SOURCE_STORAGE = 34,  // the media player
+};
+
 class TVManager {
 public:
     static TVManager* GetInstance();
@@ -31,4 +37,5 @@ public:
     MAPI_BOOL powerOff(int mode);
     TVPlayer* getTVPlayer();
     ChannelManager* getChannelManager();
+    MAPI_BOOL setInputSource(EN_ZYT_INPUT_SOURCE_TYPE source, unsigned char flag);
 };

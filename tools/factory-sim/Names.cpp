@@ -72,6 +72,13 @@ const std::vector<KeyName>& Keys() {
         {"down", FactoryKey::Down},
         {"ok", FactoryKey::Select},
         {"store", FactoryKey::AtvStore},
+        // The editors' arrows and coloured keys.
+        {"left", 0xF000},
+        {"right", 0xF001},
+        {"red", 0xF042},
+        {"green", 0xF043},
+        {"yellow", 0xF044},
+        {"blue", 0xF045},
         {"0", '0'},
         {"1", '1'},
         {"2", '2'},
