@@ -31,4 +31,21 @@ public:
     MAPI_BOOL SetFactoryCodeEvent(unsigned short code, unsigned short event);
     MAPI_BOOL _HandleFactoryEvent(unsigned int event, unsigned int p1, unsigned int p2);
     MAPI_BOOL GetFactoryCodeFromZYTSpecialRemoteController2Exe();
+
+    // Full-screen single-colour test pictures of the panel (burn-in, line checks).
+    MAPI_BOOL RedRaster();
+    MAPI_BOOL GreenRaster();
+    MAPI_BOOL BlueRaster();
+    MAPI_BOOL BlackRaster();
+    MAPI_BOOL WhiteRaster();
+    // The aging mode the service keeps across power cycles: 3 black/white, 4 colours.
+    MAPI_U8 GetAgingMode();
+    // Whether the serial fixture lets factory panels use the screen.
+    MAPI_BOOL IsUARTEnableUI();
+    // Tells the serial fixture the last command was carried out (1) or not.
+    MAPI_BOOL SetUARTExecutingResult(MAPI_BOOL done);
+    // Starts the factory's cable manual tuning run; the DTV player reports its end.
+    MAPI_BOOL FT_DVBC_Manual_Tuning_ZYT();
+    // Hands the services found by a manual tuning run to the channel manager.
+    MAPI_BOOL FinishManualTuneChange2ChannelManager();
 };

@@ -11,4 +11,9 @@ public:
 
     MAPI_BOOL SetMuteStatus(MAPI_U8 muteType, MAPI_BOOL mute);
     MAPI_BOOL SetVolume(MAPI_U8 volume, MAPI_BOOL apply);
+
+    // The balance heard now, 0 (left only) to 100 (right only), 50 centred; the
+    // user's saved sound settings are not touched.
+    MAPI_U8 GetBalance();
+    MAPI_BOOL SetBalance(MAPI_U8 balance);
 };
