@@ -241,6 +241,7 @@ TEST_F(FactoryConfigTest, WithTheFixtureHoldingTheScreenOnlyFactoryTuningShows) 
                         Num("Factory-Setup-Show", 0), Num("CHPreset", 0), Num("CHPreset", 0)}))
         << "204 shows its result all the same; each closes";
     EXPECT_EQ(Calls("MSrv_DTV_Player_DVBT::ZYT_Factory_Tuning"), (Strings{"[3]", "[1]", "[2]"}));
+    EXPECT_EQ(Calls("MSrv_DTV_Player::ProgramSel"), Strings{"[1, 1, 1, 0]"}) << "5 plays, 6 not";
     ClearUiNotes();
     Post(247, 0, 132);
     EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "FactoryTuning"),
@@ -318,6 +319,14 @@ TEST_F(TuningTest, ChannelPresetHidesAtTheFirstTickAfterDone) {
     EXPECT_EQ(UiNotes().back(), Num("CHPreset", 0));
     EXPECT_EQ(Calls("MEvtHandle::SetTimer"), Strings{"[2000, 49, 0]"});
     EXPECT_EQ(Fm().m_bCHPresetShown, 0);
+}
+
+TEST_F(TuningTest, AStartWhileShownChangesNothing) {
+    Post(192, 0, 0);
+    Post(192, 0, 1);
+    Post(192, 0, 0);
+    Advance(2000);
+    EXPECT_EQ(UiNotes().back(), Num("CHPreset", 0));
 }
 
 TEST_F(TuningTest, ChannelPresetDoneWithoutStartRunsNoTimer) {
