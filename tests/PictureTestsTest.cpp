@@ -199,6 +199,15 @@ TEST_F(PictureTest, SensorReadingsStopWhenAnotherPageTakesTheScreen) {
     EXPECT_EQ(Journal().CountCalls("MSrv_ActiveBacklight::GetLightSensorValue"), 1u);
 }
 
+TEST_F(PictureTest, TheSensorPageWithoutValueGivesTheKeysBackOnExit) {
+    Fm().m_bAutoBrightnessSensorMode = 1;
+    EXPECT_EQ(Key(FactoryKey::Exit), 1);
+    EXPECT_EQ(Seq({"KeyManager::setKeyRouting", "MSrv_Factory_Cmd::SetFactoryOSDStatus"}),
+              (Strings{"setKeyRouting[1]", "SetFactoryOSDStatus[0]"}));
+    EXPECT_EQ(UiNotes(), NoteList{Num("AutoBrightnessSensor-Show", 0)});
+    EXPECT_EQ(Fm().m_bAutoBrightnessSensorMode, 0);
+}
+
 TEST_F(PictureTest, ChecksStepOnEachEventAndPutTheSetBackOnExit) {
     for (int i = 0; i < 6; ++i) {
         Post(195);
