@@ -27,6 +27,12 @@ struct lws_context;
 struct json_object;
 struct FactoryKeyIdentifier;
 
+// Clone copy of the settings between sets; what a mode means is the platform's.
+enum EN_CLONE_COPY : MAPI_U32 {
+    E_CLONE_COPY_NONE = 0,
+    E_CLONE_COPY_START = 1,
+};
+
 // Host callback: (code, 0, 0); the return value is ignored.
 typedef unsigned char (*EventListener)(unsigned long code, void* p1, void* p2);
 
@@ -574,16 +580,47 @@ public:
     MAPI_BOOL OnTimer_SwitchInputSourceFinished(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_LocalDimming(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_9PointPattern(void* p1, void* p2, void* p3);
+    // Called by the platform at start-up: resumes the burn-in cycle it has stored.
+    MAPI_BOOL DoAgingModeAction();
 
+    MAPI_U8 m_u8AgingMode1Step = 0;  // 0 black next, 1 white next
+    MAPI_U8 m_u8AgingMode2Step = 0;  // 0..4: red, green, blue, black, white next
+    MAPI_U8 m_bPatternStatus = 0;
+
+private:
+    // Entry of a test page that stays until its exit key.
+    void OpenTestPage(const char* page);
+    // The sensor value page's reading, as a number, or "NG" when the sensor is silent.
+    void ShowAutoBrightnessSensorValue();
+    // The panel's backlight and the sound's balance as they were before the checks.
+    MAPI_U8 m_u8SavedBacklight = 0;
+    MAPI_U8 m_u8BacklightStep = 0;
+    MAPI_U8 m_u8SavedBalance = 0;
+    MAPI_U8 m_u8BalanceStep = 0;
+
+public:
     // ---- Direct tuning test ----------------------------------------------------------
     MAPI_BOOL OnEvent_DirectTune(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_DirectTune(void* p1, void* p2, void* p3);
+    MAPI_U8 m_u8DirectTuneSubCode = 0;
+    // Set by a tuning request: the next scan stop is counted (channel scan monitor).
+    MAPI_U8 m_bDVBCScanWatch = 0;
 
+private:
+    // Selects the first TV program of the channel manager; 0 when there is none.
+    MAPI_BOOL PlayFirstProgram(const char* line);
+
+public:
     // ---- Factory configuration -------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryConfiguration(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryConfiguration(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryConfigurationFinished(void* p1, void* p2, void* p3);
+    MAPI_U8 m_u8FactoryConfigSubCode = 0;
 
+private:
+    void RunFactorySetup(MAPI_BOOL uartUi);
+
+public:
     // ---- ATV tuning search -----------------------------------------------------------
     MAPI_BOOL OnEvent_AtvScanInfo(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_OnATVTuningSearch(void* p1, void* p2, void* p3);
@@ -605,6 +642,13 @@ public:
     MAPI_BOOL OnTimer_CITestStatus(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_DLTVSignalSetting(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryScanFinishe(void* p1, void* p2, void* p3);
+    MAPI_BOOL StartCloneCopy(EN_CLONE_COPY mode);
+    MAPI_BOOL CloneCopyResult(unsigned char result);
+
+    MAPI_U32 m_u32ScanEmptyTimes = 0;  // finished scans in a row that found nothing
+    MAPI_U8 m_bCHPresetDone = 0;
+    MAPI_U8 m_bCloneCopyOK = 0;
+    EN_CLONE_COPY m_eCloneCopy = E_CLONE_COPY_NONE;
 
     // ---- Program information overlay -------------------------------------------------
     MAPI_BOOL OnEvent_DirectCH(void* p1, void* p2, void* p3);

@@ -18,4 +18,6 @@ static_assert(sizeof(ST_ZYT_VERSION_INFO) == 320, "the platform fills 320 bytes"
 class DatabaseManager {
 public:
     MAPI_BOOL GetVersionInformation(ST_ZYT_VERSION_INFO& info);
+
+    MAPI_BOOL SetVersionInformation(ST_ZYT_VERSION_INFO& info);
 };

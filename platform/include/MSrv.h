@@ -10,4 +10,7 @@ public:
     virtual ~MSrv() = default;
     // From now on the service's events reach the recipient's message map.
     MAPI_BOOL AddEventRecipient(MEvtHandle* recipient);
+
+    // The recipient receives none of the service's events any more.
+    MAPI_BOOL RemoveEventRecipient(MEvtHandle* recipient);
 };

@@ -22,4 +22,7 @@ public:
     MAPI_U32 OADGetTVversion();
     // 1 when the record was filled.
     MAPI_BOOL GetCCUriLicense(ST_CIPLUS_URI_LICENSE* record);
+
+    // 1: the picture stays black while the player changes what it shows.
+    MAPI_BOOL SetScreenMuteSwitch(MAPI_BOOL on);
 };

@@ -49,4 +49,20 @@ public:
     MAPI_BOOL Set_S_D_Mode(unsigned char on);
     MAPI_BOOL CMD_HandleEvent(unsigned char a, unsigned char b, unsigned char c, unsigned char d,
                               unsigned char e);
+    // Full-screen single-colour test pictures of the panel (burn-in, line checks).
+    MAPI_BOOL RedRaster();
+    MAPI_BOOL GreenRaster();
+    MAPI_BOOL BlueRaster();
+    MAPI_BOOL BlackRaster();
+    MAPI_BOOL WhiteRaster();
+    // The aging mode the service keeps across power cycles: 3 black/white, 4 colours.
+    MAPI_U8 GetAgingMode();
+    // Whether the serial fixture lets factory panels use the screen.
+    MAPI_BOOL IsUARTEnableUI();
+    // Tells the serial fixture the last command was carried out (1) or not.
+    MAPI_BOOL SetUARTExecutingResult(MAPI_BOOL done);
+    // Starts the factory's cable manual tuning run; the DTV player reports its end.
+    MAPI_BOOL FT_DVBC_Manual_Tuning_ZYT();
+    // Hands the services found by a manual tuning run to the channel manager.
+    MAPI_BOOL FinishManualTuneChange2ChannelManager();
 };

@@ -18,4 +18,9 @@ public:
     // GetFactoryData/SetFactoryData.
     MAPI_BOOL msAPI_rmBurstReadBytes(MAPI_U16 address, MAPI_U8* buffer, MAPI_U16 size);
     MAPI_BOOL msAPI_rmBurstWriteBytes(MAPI_U16 address, MAPI_U8* buffer, MAPI_U16 size);
+
+    // Load one of the factory channel tables into the program table.
+    MAPI_BOOL SetDLTVFactorySignalATVTable2ProgramTable();
+    MAPI_BOOL SetTCompanySignalATVTable2ProgramTable();
+    MAPI_BOOL SetOxbrindFactorySignalATVTable2ProgramTable();
 };

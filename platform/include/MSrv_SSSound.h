@@ -15,4 +15,9 @@ public:
     MAPI_BOOL SetPEQParam(MAPI_U8 band, MAPI_U8 gain, MAPI_U8 f0Index, MAPI_U8 f0Div100, MAPI_U8 q);
     // One band as a low-pass (type 0) or high-pass (type 1) filter.
     MAPI_BOOL SND_SetHLPFParm(MAPI_U8 band, MAPI_U8 type, MAPI_U8 f0Index, MAPI_U8 f0Div100);
+
+    // The balance heard now, 0 (left only) to 100 (right only), 50 centred; the
+    // user's saved sound settings are not touched.
+    MAPI_U8 GetBalance();
+    MAPI_BOOL SetBalance(MAPI_U8 balance);
 };

@@ -24,6 +24,9 @@ public:
     MAPI_BOOL GetAudioSetting(ST_AUDIO_SETTING* setting);
     MAPI_BOOL SetAudioSetting(ST_AUDIO_SETTING* setting);
     MAPI_BOOL SetBlueScreenEnable(MAPI_BOOL enable);
+
+    // The factory set-up of the system settings; save 1 writes it through at once.
+    MAPI_BOOL RestoreFactorySetupForZYT(MAPI_BOOL save);
 };
 
 class MSrv_System_Database_DVB : public MSrv_System_Database {

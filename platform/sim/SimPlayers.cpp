@@ -2,7 +2,7 @@
 #include "SimPlayers.h"
 
 #include "MSrv_Control.h"
-#include "MSrv_DTV_Player_DVB.h"
+#include "MSrv_DTV_Player_DVBT.h"
 
 using sim::ArgList;
 
@@ -17,8 +17,9 @@ MSrv_Player* SourcePlayer() {
     return &player;
 }
 
+// The demo set's digital player is the terrestrial one.
 MSrv_DTV_Player_DVB* DvbPlayer() {
-    static MSrv_DTV_Player_DVB player;
+    static MSrv_DTV_Player_DVBT player;
     return &player;
 }
 

@@ -5,6 +5,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "FactoryManager.h"
 #include "MSrv_Control.h"
 #include "MSrv_Factory_Cmd.h"
@@ -107,8 +109,17 @@ void Set::PostFactoryEvent(unsigned int id, uintptr_t p1, uintptr_t p2, uintptr_
     });
 }
 
+// A recipient registered twice still receives each event once, as on the set.
 void Set::AddRecipient(MSrv* service, MEvtHandle* recipient) {
-    m_recipients[service].push_back(recipient);
+    std::vector<MEvtHandle*>& list = m_recipients[service];
+    if (std::find(list.begin(), list.end(), recipient) == list.end()) {
+        list.push_back(recipient);
+    }
+}
+
+void Set::RemoveRecipient(MSrv* service, MEvtHandle* recipient) {
+    std::vector<MEvtHandle*>& list = m_recipients[service];
+    list.erase(std::remove(list.begin(), list.end(), recipient), list.end());
 }
 
 std::vector<MEvtHandle*> Set::Recipients(MSrv* service) const {

@@ -64,6 +64,7 @@ public:
 
     void AddRecipient(MSrv* service, MEvtHandle* recipient);
     std::vector<MEvtHandle*> Recipients(MSrv* service) const;
+    void RemoveRecipient(MSrv* service, MEvtHandle* recipient);
 
     // Records a platform call in the journal at the set's time.
     void RecordCall(const std::string& fn, const ArgList& args) {

@@ -1,0 +1,108 @@
+// factory-sim with the aging, tuning, CI and clone pages: the burn-in example and
+// the scan monitor, CI and clone outcomes driven from the console's fields.
+"use strict";
+const { test } = require("node:test");
+const assert = require("node:assert");
+const { spawn } = require("node:child_process");
+const net = require("node:net");
+const fs = require("node:fs");
+const os = require("node:os");
+const path = require("node:path");
+
+const BINARY = process.env.FACTORY_SIM;
+const EXAMPLES = process.env.FACTORY_SIM_EXAMPLES;
+
+function freePort() {
+  return new Promise((resolve) => {
+    const server = net.createServer().listen(0, "127.0.0.1", () => {
+      const { port } = server.address();
+      server.close(() => resolve(port));
+    });
+  });
+}
+
+// Runs a script to the end in a folder of its own; a file name is taken as it is.
+async function runScript(file, text) {
+  const work = fs.mkdtempSync(path.join(os.tmpdir(), "production-tests-2-"));
+  const tmp = path.join(work, "tmp");
+  fs.mkdirSync(tmp);
+  if (text !== undefined) fs.writeFileSync(path.join(work, file), text);
+  const port = await freePort();
+  const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), "--script", file], {
+    cwd: work, env: { ...process.env, TMPDIR: tmp },
+  });
+  let stdout = "";
+  let stderr = "";
+  child.stdout.on("data", (d) => { stdout += d; });
+  child.stderr.on("data", (d) => { stderr += d; });
+  child.stdin.end();
+  const timer = setTimeout(() => child.kill("SIGKILL"), 60000);
+  const status = await new Promise((resolve) => child.on("close", resolve));
+  clearTimeout(timer);
+  fs.rmSync(work, { recursive: true, force: true });
+  return { status, stdout, stderr };
+}
+
+test("the eight-hour burn-in example runs in virtual time and pattern off stops the rasters", async () => {
+  const started = Date.now();
+  const r = await runScript(path.join(EXAMPLES, "burn-in.fsim"));
+  assert.strictEqual(r.status, 0, r.stderr);
+  assert.ok(Date.now() - started < 20000, "eight hours cost no real time");
+  const values = [...r.stdout.matchAll(/^(panel|raster-count) = (\S+)$/gm)].map((m) => m[1] + "=" + m[2]);
+  assert.deepStrictEqual(values, ["panel=red", "panel=green", "raster-count=28801", "panel=red",
+                                  "raster-count=28801"]);
+  assert.match(r.stdout, /key exit \(0xF062\): consumed/);
+});
+
+test("a cable run ends with the scan-result counts and closes its panel", async () => {
+  const r = await runScript("scan.fsim", [
+    "set scan-ms 5000",
+    "set scan-result 0 0 0",
+    "event DirectTune 0 118",
+    "expect DVB-C-Direct-Tuning \"DVB-C Tuning\"",
+    "wait 4999",
+    "journal FinishManualTuneChange2ChannelManager",
+    "wait 1",
+    "expect Channel-37-Show 0",
+    "journal FinishManualTuneChange2ChannelManager",
+    "",
+  ].join("\n"));
+  assert.strictEqual(r.status, 0, r.stderr);
+  assert.match(r.stdout, /~~ 2 \[ScanRecepient\] dtv= 0, radio= 0, data= 0/);
+  assert.match(r.stdout, /DVB-C Channel Number is NULL/);
+  assert.strictEqual(r.stdout.match(/call MSrv_Factory_Cmd::FinishManualTuneChange2ChannelManager/g).length, 1,
+                     "the scan ends at 5000 ms, not before");
+});
+
+test("the CI result and the clone code come from the console", async () => {
+  const r = await runScript("ci.fsim", [
+    "set ci-test fail",
+    "event CITestStatus",
+    "wait 1000",
+    "expect CITest-NG \"CI FACTORY TEST : NG\"",
+    "key exit",
+    "event CloneCopy 0 0",
+    "expect Clone-Copy 0",
+    "key panel-power",
+    "event CloneCopy 0 2",
+    "expect Clone-Copy 2",
+    "key panel-power",
+    "",
+  ].join("\n"));
+  assert.strictEqual(r.status, 0, r.stderr);
+  assert.match(r.stdout, /key panel-power \(0xF550\): consumed[\s\S]*key panel-power \(0xF550\): not consumed/);
+});
+
+test("the panel is read-only and bad values are refused with a reason", async () => {
+  const cases = [
+    ["set panel red\n", /panel is read-only/],
+    ["set ci-test maybe\n", /ci-test is pass or fail: maybe/],
+    ["set scan-result 1 2\n", /scan-result is "tv radio data"/],
+    ["set dtv-programs 1:4\n", /not a program \(number:type, type 1-3\): 1:4/],
+  ];
+  for (const [script, reason] of cases) {
+    const r = await runScript("bad.fsim", script);
+    assert.notStrictEqual(r.status, 0, script);
+    assert.match(r.stderr, reason);
+  }
+});
