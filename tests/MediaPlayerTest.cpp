@@ -17,6 +17,7 @@
 #include "SimMMode.h"
 #include "SimMediaBrowser.h"
 #include "SimPlayers.h"
+#include "SimTvRoutes.h"
 
 namespace {
 
@@ -182,7 +183,7 @@ TEST_P(MediaStopTest, ExitStopsTheBrowserAndGoesBackToDigitalTv) {
     const StopCase& c = GetParam();
     Put("clip.ts");
     Media().dtvServices = c.services;
-    Media().routeTypes = c.routes;
+    Tv().Get<sim::TvRouteState>().routeTypes = c.routes;
     Start();
     Journal().Clear();
     EXPECT_EQ(Fm().FactoryDoKeyAction(FactoryKey::PanelExit), 1);

@@ -9,6 +9,7 @@
 #include "FactoryManager.h"
 #include "ProductionTests2Fixture.h"
 #include "SimSystemInfo.h"
+#include "SimTvRoutes.h"
 
 namespace {
 
@@ -249,7 +250,7 @@ TEST_F(FactoryConfigTest, WithTheFixtureHoldingTheScreenOnlyFactoryTuningShows) 
 }
 
 TEST_F(FactoryConfigTest, PresetFiveKeepsTheDigitalSourceAndPlaysTheFirstProgramAfterClosing) {
-    Dtv().routeType = 2;
+    Tv().Get<sim::TvRouteState>().routeTypes[0] = 2;
     Post(247, 0, 5);
     Advance(4000);
     EXPECT_EQ(WorkCalls(),
@@ -268,7 +269,7 @@ TEST_F(FactoryConfigTest, UnknownSubCodeRunsBothTimersAndClosesNothing) {
 
 TEST_F(FactoryConfigTest, SetupRestoresTheFactorySetupAndKeepsTheVersionRecord) {
     Tv().Get<sim::PlayerState>().currentSource = MAPI_INPUT_SOURCE_ATV;
-    Dtv().route = 2;  // satellite; DTV comes up terrestrial
+    Tv().Get<sim::TvRouteState>().route = 2;  // satellite; DTV comes up terrestrial
     Post(247, 0, 133);
     Advance(2000);
     EXPECT_EQ(

@@ -64,7 +64,9 @@ MAPI_BOOL FactoryManager::OnTimer_FactoryConfiguration(void*, void*, void*) {
             Control()->GetCurrentInputSource() != MAPI_INPUT_SOURCE_DTV) {
             Control()->SetInputSource(MAPI_INPUT_SOURCE_DTV, 1, 0, 0);
         }
-        const MAPI_U8 routeType = Control()->GetTVInfo().u8RouteType;
+        // The type byte of the live route: a terrestrial route (DVB-T or DVB-T2) is kept.
+        const MAPI_U8 routeType =
+            Control()->GetTVInfo().u8RouteType[Control()->GetCurrentTvRoute() & 3];
         if (routeType != kRouteTypeDvbt && routeType != kRouteTypeDvbt2) {
             Control()->SwitchMSrvDtvRoute(kTerrestrialRoute);
         }

@@ -20,14 +20,10 @@ class MSrv_3DManager;
 struct ST_MAPI_TV_INFO {
     // Per DTV route, the broadcast type it serves (1 and 32 are digital routes).
     MAPI_U8 u8RouteType[4];
+};
 class MSrv_CIMMI;
 class MSrv_MHL;
 class MSrv_ActiveBacklight;
-
-// The tuner's description of the set; only the route type is used here.
-struct ST_TV_INFO {
-    MAPI_U8 u8RouteType;  // bit per live route type: 1 DVB-T, 32 DVB-T2, ...
-};
 
 class MSrv_Control {
 public:
@@ -59,15 +55,8 @@ public:
                              MAPI_BOOL updateLock, MAPI_BOOL lock);
     ST_MAPI_TV_INFO GetTVInfo();
     MAPI_BOOL SwitchMSrvDtvRoute(MAPI_U8 route);
-
-    // Makes a source current (the three flags: save, lock, no-signal check).
-    MAPI_BOOL SetInputSource(MAPI_INPUT_SOURCE_TYPE source, MAPI_BOOL save, MAPI_BOOL lock,
-                             MAPI_BOOL check);
-    // What the set's tuner offers; the route type says which DTV route is live.
-    ST_TV_INFO GetTVInfo();
-    // The digital route (0 terrestrial, 1 cable, 2 satellite) and switching it.
+    // The digital route (0 terrestrial, 1 cable, 2 satellite).
     MAPI_U8 GetCurrentTvRoute();
-    MAPI_BOOL SwitchMSrvDtvRoute(MAPI_U8 route);
     // The factory set-up of the DVB services (channel lists, country, network).
     MAPI_BOOL ZYTFactorySetup();
     // Null on a set without a CI slot.

@@ -4,9 +4,6 @@
 #include "MSrv_Player.h"
 #include "MTypes.h"
 
-class MSrv_DTV_Player : public MSrv_Player {
-public:
-    MAPI_BOOL PlayCurrentProgram(MAPI_BOOL force);
 // One program of the channel manager.
 struct ST_DTV_PROGRAM_INFO {
     MAPI_U32 u32Number;     // the program number; the query starts its search here
@@ -25,6 +22,7 @@ static_assert(sizeof(ST_DTV_SCAN_STATUS) == 12, "the player sends 12 bytes");
 
 class MSrv_DTV_Player : public MSrv_Player {
 public:
+    MAPI_BOOL PlayCurrentProgram(MAPI_BOOL force);
     // The channel manager: the first program of the service type whose number is at
     // least the record's; fills the record, 0 when there is none.
     virtual MAPI_BOOL GetProgramInfo(MAPI_U8 serviceType, ST_DTV_PROGRAM_INFO* info);

@@ -193,28 +193,6 @@ MAPI_BOOL TVManager::setInputSource(EN_ZYT_INPUT_SOURCE_TYPE source, unsigned ch
     return 1;
 }
 
-MAPI_BOOL MSrv_Control::SetInputSource(MAPI_INPUT_SOURCE_TYPE source, MAPI_BOOL writeDatabase,
-                                       MAPI_BOOL updateLock, MAPI_BOOL lock) {
-    Record("MSrv_Control::SetInputSource", ArgList(source, writeDatabase, updateLock, lock));
-    sim::Set::Instance().Get<sim::PlayerState>().currentSource = source;
-    return 1;
-}
-
-ST_MAPI_TV_INFO MSrv_Control::GetTVInfo() {
-    Record("MSrv_Control::GetTVInfo", ArgList());
-    ST_MAPI_TV_INFO info{};
-    for (size_t i = 0; i < 4; ++i) {
-        info.u8RouteType[i] = State().routeTypes[i];
-    }
-    return info;
-}
-
-MAPI_BOOL MSrv_Control::SwitchMSrvDtvRoute(MAPI_U8 route) {
-    Record("MSrv_Control::SwitchMSrvDtvRoute", ArgList(route));
-    State().dtvRoute = route;
-    return 1;
-}
-
 MAPI_BOOL ChannelManager::getDtvServiceCount(long* count) {
     Record("ChannelManager::getDtvServiceCount", ArgList());
     if (count == nullptr || State().serviceCountFails) {

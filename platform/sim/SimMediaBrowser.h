@@ -32,8 +32,6 @@ struct MediaState : Area {
     // The channel list and the DTV routes.
     long dtvServices = 12;
     bool serviceCountFails = false;
-    std::array<MAPI_U8, 4> routeTypes{{1, 32, 0, 0}};
-    int dtvRoute = 0;
     bool programPlaying = false;
 };
 

@@ -159,26 +159,6 @@ MAPI_BOOL MSrv_Factory_Default::SetOxbrindFactorySignalATVTable2ProgramTable() {
 
 // ---- Control: source, route, set-up, CI, MHL, backlight ---------------------------------
 
-MAPI_BOOL MSrv_Control::SetInputSource(MAPI_INPUT_SOURCE_TYPE source, MAPI_BOOL save,
-                                       MAPI_BOOL lock, MAPI_BOOL check) {
-    Record("MSrv_Control::SetInputSource", ArgList(source, save, lock, check));
-    Set::Instance().Get<sim::PlayerState>().currentSource = source;
-    if (source == MAPI_INPUT_SOURCE_DTV) {
-        Dtv().route = Dtv().routeOnDtv;
-    }
-    return 1;
-}
-
-ST_TV_INFO MSrv_Control::GetTVInfo() { return ST_TV_INFO{Dtv().routeType}; }
-
-MAPI_U8 MSrv_Control::GetCurrentTvRoute() { return Dtv().route; }
-
-MAPI_BOOL MSrv_Control::SwitchMSrvDtvRoute(MAPI_U8 route) {
-    Record("MSrv_Control::SwitchMSrvDtvRoute", ArgList(route));
-    Dtv().route = route;
-    return 1;
-}
-
 MAPI_BOOL MSrv_Control::ZYTFactorySetup() {
     Record("MSrv_Control::ZYTFactorySetup");
     Line().factorySetupDone = true;

@@ -40,9 +40,6 @@ struct FactoryLineState : Area {
 struct DtvTuningState : Area {
     DtvTuningState();
 
-    MAPI_U8 routeType = 1;   // the route type of the tuner's info
-    MAPI_U8 route = 0;       // the live digital route
-    MAPI_U8 routeOnDtv = 0;  // the route the player comes up on when DTV is selected
     uint64_t scanMs = 3000;  // how long a tuning run takes
     MAPI_U16 scanTv = 12, scanRadio = 3, scanData = 1;  // what a run finds
     std::vector<ST_DTV_PROGRAM_INFO> programs = {{1, 1}, {2, 1}, {3, 2}};
