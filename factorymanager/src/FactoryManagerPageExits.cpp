@@ -16,7 +16,6 @@ MAPI_BOOL FactoryManager::ExitRevicInfo() { return NotBuiltYet("ExitRevicInfo");
 MAPI_BOOL FactoryManager::ExitAutoBrightnessSensorValueMode() {
     return NotBuiltYet("ExitAutoBrightnessSensorValueMode");
 }
-MAPI_BOOL FactoryManager::ExitDLNATest() { return NotBuiltYet("ExitDLNATest"); }
 MAPI_BOOL FactoryManager::ExitAgingMode1() { return NotBuiltYet("ExitAgingMode1"); }
 MAPI_BOOL FactoryManager::ExitAgingMode2() { return NotBuiltYet("ExitAgingMode2"); }
 MAPI_BOOL FactoryManager::ExitAudioBalanceCheck() { return NotBuiltYet("ExitAudioBalanceCheck"); }
@@ -27,7 +26,6 @@ MAPI_BOOL FactoryManager::ExitAutoBrightnessSensor() {
 MAPI_BOOL FactoryManager::DisplayVideoAfterPolarizatonChanged() {
     return NotBuiltYet("DisplayVideoAfterPolarizatonChanged");
 }
-MAPI_BOOL FactoryManager::ExitDigitalAudioOut() { return NotBuiltYet("ExitDigitalAudioOut"); }
 MAPI_BOOL FactoryManager::ExitCITestStatus() { return NotBuiltYet("ExitCITestStatus"); }
 MAPI_BOOL FactoryManager::ExitCloneCopy() { return NotBuiltYet("ExitCloneCopy"); }
 MAPI_BOOL FactoryManager::ExitATVTuningSearch() { return NotBuiltYet("ExitATVTuningSearch"); }
@@ -39,7 +37,6 @@ MAPI_BOOL FactoryManager::Factory3DTimingKeyAction(unsigned long) {
 MAPI_BOOL FactoryManager::FactoryAudioADVKeyAction(unsigned long) {
     return NotBuiltYet("FactoryAudioADVKeyAction");
 }
-MAPI_BOOL FactoryManager::DisplayAPListUI(char*, char*) { return NotBuiltYet("DisplayAPListUI"); }
 MAPI_BOOL FactoryManager::Display9PointPattern(MAPI_BOOL) {
     return NotBuiltYet("Display9PointPattern");
 }

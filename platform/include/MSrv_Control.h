@@ -15,6 +15,12 @@ class MSrv_Factory_Mode;
 class MSrv_System_Database;
 class MSrv_ATV_Player;
 
+// The set's digital routes: the route type of each (1 and 0x20 carry DVB).
+constexpr int MAXROUTECOUNT = 4;
+struct ST_MAPI_TV_INFO {
+    MAPI_U32 u32RouteType[MAXROUTECOUNT];
+};
+
 class MSrv_Control {
 public:
     static MSrv_Control* GetInstance();
@@ -35,4 +41,9 @@ public:
     MSrv_ATV_Player* GetMSrvAtv();
     // Standby (1) as from the remote's power key.
     MAPI_BOOL EnterSleepMode(MAPI_BOOL sleep);
+    // Source switching and the digital routes of the tuner (shipout).
+    MAPI_BOOL SetInputSource(MAPI_INPUT_SOURCE_TYPE source, MAPI_U8 save, MAPI_U8 p2, MAPI_U8 p3);
+    ST_MAPI_TV_INFO GetTVInfo();
+    MAPI_U8 GetCurrentTvRoute();
+    MAPI_BOOL SwitchMSrvDtvRoute(MAPI_U8 route);
 };

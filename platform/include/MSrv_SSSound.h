@@ -11,4 +11,6 @@ public:
 
     MAPI_BOOL SetMuteStatus(MAPI_U8 muteType, MAPI_BOOL mute);
     MAPI_BOOL SetVolume(MAPI_U8 volume, MAPI_BOOL apply);
+    // Digital audio output format: 0 PCM, 2 automatic.
+    MAPI_BOOL SetSPDIFmode(MAPI_U8 mode);
 };

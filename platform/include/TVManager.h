@@ -8,6 +8,9 @@ class KeyManager;
 class DatabaseManager;
 class TVPlayer;
 class ChannelManager;
+class AudioManager;
+class PictureManager;
+class TimerManager;
 
 class TVManager {
 public:
@@ -31,4 +34,10 @@ public:
     MAPI_BOOL powerOff(int mode);
     TVPlayer* getTVPlayer();
     ChannelManager* getChannelManager();
+    // Production tests: the audio, picture and timer managers, and the two resets.
+    AudioManager* getAudioManager();
+    PictureManager* getPictureManager();
+    TimerManager* getTimerManager();
+    MAPI_BOOL resetToFactoryDefault();
+    MAPI_BOOL ResetShipoutTV();
 };
