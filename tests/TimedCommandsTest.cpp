@@ -340,6 +340,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(TimedCommandTest, ArcCloseAlsoKillsItsTimer) {
     Post(258, 0, 0x99);
+    EXPECT_TRUE(Journal().HasLog("~~ [OnEvent_HDMIARCOutput] /0x99/"));
     Advance(2000);
     EXPECT_EQ(TimerCalls(), (std::vector<std::string>{"MEvtHandle::KillTimer [6]",
                                                       "MEvtHandle::SetTimer [2000, 6, 1]",

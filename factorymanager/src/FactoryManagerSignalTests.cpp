@@ -163,6 +163,7 @@ MAPI_BOOL FactoryManager::OnEvent_FactoryWriteVGA_EDID_EEPRPOM(void*, void*, voi
     MsOS_DelayTask(200);
     unsigned char result = 0;
     m_pFactoryDefault->GetVGA_EDID_Data(&result);
+    // The byte read back is what the EDID readers show: 1 is a good EDID.
     const bool ok = result == 1;
     if (m_pFactoryCmd->GetFactoryMmodeStatus()) {
         FACTORY_LOG(FACTORY_LOG_INFO, ok ? "(FACTORY:) VGA EDID OK " : " (FACTORY:) VGA EDID NG ");

@@ -1,9 +1,8 @@
 // The rows of the timed one-shot setting commands and the few platform calls and
 // parameter rules in which the members differ.
-#include <cstdio>
-
 #include "AudioManager.h"
 #include "FactoryEventIds.h"
+#include "FactoryLog.h"
 #include "MSrv_Control.h"
 #include "MSrv_Factory_Cmd.h"
 #include "PictureManager.h"
@@ -56,10 +55,10 @@ bool WriteDefaultMacIp() {
 // An unknown parameter still closes after the delay, with nothing written on the page.
 bool ChooseHdmiArc(MAPI_U8 param, const char*&, const char*& text) {
     if (param == 0x99) {
-        puts("~~ [OnEvent_HDMIARCOutput] /0x99/");
+        FACTORY_LOG(FACTORY_LOG_INFO, "~~ [OnEvent_HDMIARCOutput] /0x99/");
         text = "HDMI ARC : Enabled";
     } else if (param == 0xD3) {
-        puts("~~ [OnEvent_HDMIARCOutput]  /0xD3/");
+        FACTORY_LOG(FACTORY_LOG_INFO, "~~ [OnEvent_HDMIARCOutput]  /0xD3/");
         text = "HDMI ARC : Disabled";
     }
     return true;
