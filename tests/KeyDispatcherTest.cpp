@@ -63,10 +63,9 @@ INSTANTIATE_TEST_SUITE_P(
         RouteCase{"OtherKeysInMModeReachTheDModeEditor", DModeInMMode, FactoryKey::Exit, 1, "",
                   kNothing, "MSrv_Factory_Cmd::Set_S_D_Mode"},
         RouteCase{"WlanTestIgnoresTheMenuKey", [](FM& fm, MM&) { fm.m_bIsWLANTesting = 1; },
-                  FactoryKey::Menu, 0, "", "OnTimer_FactoryWLANTest", ""},
+                  FactoryKey::Menu, 0, "", "~~ /WLANTest-", ""},
         RouteCase{"WlanTestEndsAtOnceOnThePanelExit", [](FM& fm, MM&) { fm.m_bIsWLANTesting = 1; },
-                  FactoryKey::PanelExit, 1, "OnTimer_FactoryWLANTest: not built yet", "",
-                  "WebAppMgr_ShowPage"},
+                  FactoryKey::PanelExit, 1, "~~ /WLANTest-NG-Show/", "", "WebAppMgr_ShowPage"},
         RouteCase{"AdcTestOutranksTheWlanTest",
                   [](FM& fm, MM&) { fm.m_bIsWLANTesting = fm.m_bIsADCAdjustmentTesting = 1; },
                   FactoryKey::Exit, 1, "~~ m_bIsADCAdjustmentTesting = TRUE. /MVK_EXIT/",
@@ -250,7 +249,8 @@ TEST_F(KeyTest, DeferredCodeRunsOnTheFirstTickAfterTheFixtureIsDone) {
     EXPECT_TRUE(Journal().HasLog("~~ [FactoryManager::OnTimer_FactoryKeyWaitMWBFinish]"));
     EXPECT_EQ(Calls("MSrv_Factory_Cmd::_HandleFactoryEvent"),
               std::vector<std::string>{"[180, 0, 0]"});
-    EXPECT_TRUE(Journal().HasLog("OnEvent_Shipout: not built yet"));
+    EXPECT_TRUE(Journal().HasLog("OnEvent_Shipout"));
+    EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12006}) << "the shipout ran to its end";
     EXPECT_TRUE(Tv().Loop().Timers().empty());
 }
 

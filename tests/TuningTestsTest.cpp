@@ -9,6 +9,7 @@
 #include "FactoryManager.h"
 #include "ProductionTests2Fixture.h"
 #include "SimSystemInfo.h"
+#include "SimProductionTests.h"
 #include "SimTvRoutes.h"
 
 namespace {
@@ -232,7 +233,7 @@ INSTANTIATE_TEST_SUITE_P(
         ConfigCase{77, {}, {}, {}, {}}));
 
 TEST_F(FactoryConfigTest, WithTheFixtureHoldingTheScreenOnlyFactoryTuningShows) {
-    Line().uartUi = false;
+    Tv().Get<sim::StationState>().uartUi = false;
     for (uintptr_t subCode : {204, 133, 5, 6}) {
         Post(247, 0, subCode);
         Advance(5000);  // the set-up's own waits move its close on by 500 ms

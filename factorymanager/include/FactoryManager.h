@@ -26,6 +26,7 @@ typedef struct _IDirectFBSurface IDirectFBSurface;
 struct lws_context;
 struct json_object;
 struct FactoryKeyIdentifier;
+struct TimedCommand;
 
 // Clone copy of the settings between sets; what a mode means is the platform's.
 enum EN_CLONE_COPY : MAPI_U32 {
@@ -536,17 +537,51 @@ public:
     MAPI_BOOL OnTimer_PrepareOpenWhiteWindow(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_OverCurrentUSB(void* p1, void* p2, void* p3);
 
+    // The timed one-shot pattern, one routine over a row of data (TimedCommand.h):
+    // the event (page, "writing" text, platform call, first timer), the first timer
+    // (result text and the closing timer, or the close) and the close. Any page
+    // family with a member of this pattern calls these with a row of its own.
+    MAPI_BOOL RunTimedCommand(const TimedCommand& row, MAPI_U8 param, const char* text = nullptr);
+    MAPI_BOOL TimedCommandTimer(const TimedCommand& row);
+    MAPI_BOOL TimedCommandClose(const TimedCommand& row);
+    // The next digital audio output format starts at PCM.
+    void InitDigitalAudioOut();
+
+    MAPI_U8 m_u8TempIOCheckRunning = 0;
+    MAPI_U8 m_u8DigitalAudioToggle = 0;
+    MAPI_U8 m_u8FactoryOSDStatus = 0;
+    // The white-window code of the last code event, and the byte the open uses.
+    MAPI_U8 m_au8WhiteWindowCode[4] = {};
+    MAPI_U8 m_u8WhiteWindowOpenCode = 0;
+
     // ---- Shipout ---------------------------------------------------------------------
     MAPI_BOOL OnEvent_Shipout(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_Shipout(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_ShipoutFinishedTimer(void* p1, void* p2, void* p3);
+    // The shipout work of the event: digital route, wipe, region.
+    void ShipHandle();
 
+private:
+    // Puts the set on the digital source and route; returns the source it was on.
+    int ShipoutToDigitalRoute();
+    // Region codes with a database region: write it, reset the set, arm the result.
+    MAPI_BOOL ShipoutWriteRegion(MAPI_U8 code, int source);
+
+public:
     // ---- Signal adjustment tests -----------------------------------------------------
     MAPI_BOOL OnEvent_FactoryADCAdjustment(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_FactoryWriteVGA_EDID_EEPRPOM(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryADCAdjustment(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryWriteVGA_EDID_EEPRPOM(void* p1, void* p2, void* p3);
 
+    // 1 after an OK report, 0 after an NG one: chooses the closing key.
+    MAPI_U8 m_u8ADCResult = 0;
+
+private:
+    // Phase 0: signal and format of the current input; 1 when the adjustment may start.
+    MAPI_BOOL ADCInputReady(int source);
+
+public:
     // ---- Network tests ---------------------------------------------------------------
     MAPI_BOOL OnEvent_DLNATest(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_FactoryWLANTest(void* p1, void* p2, void* p3);
@@ -559,7 +594,18 @@ public:
     MAPI_BOOL OnTimer_FactoryWakeOnWLANTesting(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_MACaddressCheck(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_WLANAPScan(void* p1, void* p2, void* p3);
+    MAPI_BOOL FactoryDLNAStatusCheck();
+    MAPI_BOOL ModifyDLNACount();
 
+    // 1 OK, 0 NG: shared by the wireless and wake-on-WLAN tests.
+    MAPI_U8 m_u8WLANResult = 0;
+    MAPI_U8 m_u8DLNAMonitorStatus = 0;
+
+private:
+    // Reads the two signal values as "a, b".
+    void WLANSignalText(char* text, size_t size);
+
+public:
     // ---- Picture, pattern and aging tests --------------------------------------------
     MAPI_BOOL OnEvent_AutoBrightnessSensorValue(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_BackLightCheck(void* p1, void* p2, void* p3);

@@ -33,6 +33,7 @@ FactoryManager::FactoryManager() {
     m_pDfbWindow = nullptr;
     m_pDfb = MSystem::GetInstance()->GetDirectFB();
     // Page state starts from the member initialisers of each subsystem.
+    InitDigitalAudioOut();
     std::memset(&stATCMD_Version, 0, sizeof(stATCMD_Version));
 }
 

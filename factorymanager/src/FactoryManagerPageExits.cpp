@@ -7,11 +7,8 @@
 MAPI_BOOL FactoryManager::ExitVersionMode() { return NotBuiltYet("ExitVersionMode"); }
 MAPI_BOOL FactoryManager::VersionAction(unsigned long) { return NotBuiltYet("VersionAction"); }
 MAPI_BOOL FactoryManager::ExitRevicInfo() { return NotBuiltYet("ExitRevicInfo"); }
-MAPI_BOOL FactoryManager::ExitDLNATest() { return NotBuiltYet("ExitDLNATest"); }
 MAPI_BOOL FactoryManager::DisplayVideoAfterPolarizatonChanged() {
     return NotBuiltYet("DisplayVideoAfterPolarizatonChanged");
 }
-MAPI_BOOL FactoryManager::ExitDigitalAudioOut() { return NotBuiltYet("ExitDigitalAudioOut"); }
 MAPI_BOOL FactoryManager::ExitATVTuningSearch() { return NotBuiltYet("ExitATVTuningSearch"); }
 MAPI_BOOL FactoryManager::ATVTuningSearchSelect() { return NotBuiltYet("ATVTuningSearchSelect"); }
-MAPI_BOOL FactoryManager::DisplayAPListUI(char*, char*) { return NotBuiltYet("DisplayAPListUI"); }

@@ -25,6 +25,7 @@ class MSrv_CIMMI;
 class MSrv_MHL;
 class MSrv_ActiveBacklight;
 
+
 class MSrv_Control {
 public:
     static MSrv_Control* GetInstance();
@@ -62,5 +63,4 @@ public:
     // Null on a set without a CI slot.
     MSrv_CIMMI* GetMSrvCIMMI();
     MSrv_MHL* GetMSrvMHL();
-    MSrv_ActiveBacklight* GetMSrvActiveBacklight();
-};
+    MSrv_ActiveBacklight* GetMSrvActiveBacklight();};

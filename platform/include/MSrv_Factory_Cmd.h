@@ -65,4 +65,24 @@ public:
     MAPI_BOOL FT_DVBC_Manual_Tuning_ZYT();
     // Hands the services found by a manual tuning run to the channel manager.
     MAPI_BOOL FinishManualTuneChange2ChannelManager();
+    // Production-line commands: the station's command code and its parameter byte
+    // (shipout region and the like), the serial UI switch and the serial result.
+    MAPI_U8 GetFactoryCmdCode();
+    MAPI_U8 GetFactoryCmdParameter();
+    MAPI_BOOL CancellationLogSetup();
+    MAPI_BOOL IsFactoryOSDStatus();
+    MAPI_BOOL SetFullPowerModeInformation(int backlight, int brightness, int volume);
+    MAPI_BOOL SetFactoryDefaultMacIp();
+    MAPI_BOOL SetADC();
+    // Wireless LAN module: signal values, the synchronous full test (1 pass), the
+    // error code of the last failure, the wake-on-WLAN test and its status
+    // (0 passed, 1 failed, 2 still testing).
+    MAPI_BOOL GetRSSI(int* first, int* second);
+    MAPI_BOOL WLAN_Full_Test();
+    MAPI_U8 GetWLANErrorMessage();
+    MAPI_BOOL WakeOnWLANForFactoryThreadStart();
+    MAPI_U8 GetWOWTestedStatus();
+    // The wired LAN monitor the station may switch on, and its tick counter.
+    MAPI_BOOL IsDLNAMonitorEnabled();
+    MAPI_U32 GetDLNAMonitorCount();
 };

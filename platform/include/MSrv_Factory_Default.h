@@ -23,4 +23,7 @@ public:
     MAPI_BOOL SetDLTVFactorySignalATVTable2ProgramTable();
     MAPI_BOOL SetTCompanySignalATVTable2ProgramTable();
     MAPI_BOOL SetOxbrindFactorySignalATVTable2ProgramTable();
+    // Writes the PC input's EDID into its EEPROM; the read-back byte is 1 when it checks.
+    MAPI_BOOL SetVGA_EDID_Data();
+    MAPI_BOOL GetVGA_EDID_Data(unsigned char* result);
 };

@@ -20,4 +20,6 @@ public:
     // user's saved sound settings are not touched.
     MAPI_U8 GetBalance();
     MAPI_BOOL SetBalance(MAPI_U8 balance);
+    // Digital audio output format: 0 PCM, 2 automatic.
+    MAPI_BOOL SetSPDIFmode(MAPI_U8 mode);
 };

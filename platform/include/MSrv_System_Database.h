@@ -8,6 +8,7 @@ struct ST_USER_SYSTEM_SETTING {
     MAPI_U8 fRunInstallationGuide;  // 1: the first-time installation runs at next power-on
     MAPI_U8 bBlueScreen;
     MAPI_U8 u8EnergySaving;
+    MAPI_U8 enSPDIFMODE;  // digital audio output format as last chosen
 };
 
 struct ST_AUDIO_SETTING {
@@ -27,6 +28,8 @@ public:
 
     // The factory set-up of the system settings; save 1 writes it through at once.
     MAPI_BOOL RestoreFactorySetupForZYT(MAPI_BOOL save);
+    // Sets the sales region (and the source the set starts on) at shipout.
+    MAPI_BOOL ChangeShipoutForZYT(MAPI_U8 region, int inputSource, MAPI_U8 save);
 };
 
 class MSrv_System_Database_DVB : public MSrv_System_Database {

@@ -8,6 +8,9 @@ class KeyManager;
 class DatabaseManager;
 class TVPlayer;
 class ChannelManager;
+class AudioManager;
+class PictureManager;
+class TimerManager;
 
 // Sources the host's own source switch knows.
 enum EN_ZYT_INPUT_SOURCE_TYPE : int {
@@ -38,4 +41,10 @@ public:
     TVPlayer* getTVPlayer();
     ChannelManager* getChannelManager();
     MAPI_BOOL setInputSource(EN_ZYT_INPUT_SOURCE_TYPE source, unsigned char flag);
+    // Production tests: the audio, picture and timer managers, and the two resets.
+    AudioManager* getAudioManager();
+    PictureManager* getPictureManager();
+    TimerManager* getTimerManager();
+    MAPI_BOOL resetToFactoryDefault();
+    MAPI_BOOL ResetShipoutTV();
 };

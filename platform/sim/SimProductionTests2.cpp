@@ -121,13 +121,6 @@ MAPI_BOOL MSrv_Factory_Cmd::WhiteRaster() {
 
 MAPI_U8 MSrv_Factory_Cmd::GetAgingMode() { return Panel().agingMode; }
 
-MAPI_BOOL MSrv_Factory_Cmd::IsUARTEnableUI() { return Line().uartUi ? 1 : 0; }
-
-MAPI_BOOL MSrv_Factory_Cmd::SetUARTExecutingResult(MAPI_BOOL done) {
-    Record("MSrv_Factory_Cmd::SetUARTExecutingResult", ArgList(done));
-    Line().uartResult = done;
-    return 1;
-}
 
 MAPI_BOOL MSrv_Factory_Cmd::FT_DVBC_Manual_Tuning_ZYT() {
     Record("MSrv_Factory_Cmd::FT_DVBC_Manual_Tuning_ZYT");

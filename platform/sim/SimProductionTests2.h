@@ -27,10 +27,8 @@ struct PanelState : Area {
 
 // The factory service's serial-fixture switches and the CI slot.
 struct FactoryLineState : Area {
-    bool uartUi = true;     // the fixture lets panels use the screen
     bool ciPresent = true;  // the set has a CI slot service
     bool ciPass = true;     // the slot test's result
-    int uartResult = -1;    // last result reported to the fixture; -1 none
     bool mhlAutoSwitch = false;
     bool factorySetupDone = false;
 };

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "SimKeyData.h"
+#include "SimProductionTests.h"
 
 namespace fs = std::filesystem;
 
@@ -29,6 +30,7 @@ Root::Root(const std::string& folder) {
     }
     // The factory wrote the key files before the set left the line.
     InstallDemoKeyFiles(m_folder);
+    InstallDemoProductionFiles(m_folder);
 }
 
 std::string Root::Map(const std::string& tvPath) const {

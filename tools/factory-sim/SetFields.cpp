@@ -1,6 +1,8 @@
 #include "SetFields.h"
 
 #include <cstdio>
+#include <cstdlib>
+#include <set>
 #include <sstream>
 
 #include "AreaFields.h"
@@ -129,6 +131,15 @@ std::string Escape(const std::string& bytes) {
 SetFields::SetFields() : m_fields(AreaFields()) {
     m_fields.push_back(KeyManagerField());
     m_fields.push_back(FileField());
+    // Page families list their fields in files of their own; a name given twice would
+    // make one of them unreachable, so factory-sim refuses to start with it.
+    std::set<std::string> names;
+    for (const auto& f : m_fields) {
+        if (!names.insert(f.name).second) {
+            std::fprintf(stderr, "factory-sim: the set field %s is defined twice\n", f.name);
+            std::abort();
+        }
+    }
 }
 
 std::string SetFields::Find(const std::string& name, const Field*& field, std::string& arg) const {
