@@ -10,9 +10,6 @@ MAPI_BOOL FactoryManager::FactoryDModeAction(unsigned long) {
 MAPI_BOOL FactoryManager::OnEvent_MediaPlayerStop(void*, void*, void*) {
     return NotBuiltYet("OnEvent_MediaPlayerStop");
 }
-MAPI_BOOL FactoryManager::ExitVersionMode() { return NotBuiltYet("ExitVersionMode"); }
-MAPI_BOOL FactoryManager::VersionAction(unsigned long) { return NotBuiltYet("VersionAction"); }
-MAPI_BOOL FactoryManager::ExitRevicInfo() { return NotBuiltYet("ExitRevicInfo"); }
 MAPI_BOOL FactoryManager::ExitAutoBrightnessSensorValueMode() {
     return NotBuiltYet("ExitAutoBrightnessSensorValueMode");
 }

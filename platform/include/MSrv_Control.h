@@ -35,4 +35,6 @@ public:
     MSrv_ATV_Player* GetMSrvAtv();
     // Standby (1) as from the remote's power key.
     MAPI_BOOL EnterSleepMode(MAPI_BOOL sleep);
+    // The DTV route being watched (an index into the TV information's routes).
+    MAPI_U32 GetCurrentDtvRoute();
 };

@@ -31,4 +31,11 @@ public:
     MAPI_BOOL SetFactoryCodeEvent(unsigned short code, unsigned short event);
     MAPI_BOOL _HandleFactoryEvent(unsigned int event, unsigned int p1, unsigned int p2);
     MAPI_BOOL GetFactoryCodeFromZYTSpecialRemoteController2Exe();
+    // Raises a factory event as the set's own key handling would.
+    MAPI_BOOL CMD_HandleEvent(MAPI_U32 type, MAPI_U32 group, MAPI_U32 code, MAPI_U32 p1,
+                              MAPI_U32 p2);
+    // Starts bringing the Wi-Fi dongle up; the status says when it is ready (1).
+    MAPI_BOOL StartWifiDongleThreadStart();
+    MAPI_U8 GetWifiDongleInitStatus();
+    MAPI_BOOL SetWifiDongleInitStatus(MAPI_U8 status);
 };

@@ -8,6 +8,7 @@ class KeyManager;
 class DatabaseManager;
 class TVPlayer;
 class ChannelManager;
+class PictureManager;
 
 class TVManager {
 public:
@@ -31,4 +32,6 @@ public:
     MAPI_BOOL powerOff(int mode);
     TVPlayer* getTVPlayer();
     ChannelManager* getChannelManager();
+    // Null while the picture manager is not up.
+    PictureManager* getPictureManager();
 };
