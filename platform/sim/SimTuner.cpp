@@ -97,7 +97,16 @@ MAPI_BOOL MSrv_DTV_Player_DVBS::GetCurrProgramDemodInfo(ST_DVBS_DEMOD_INFO* info
     if (info == nullptr) {
         return 0;
     }
-    *info = T().satRecord;
+    const sim::TunerState& t = T();
+    *info = ST_DVBS_DEMOD_INFO{t.satIntermediateMHz,
+                               t.satSnr,
+                               static_cast<float>(t.satBer),
+                               t.satSignalLevel,
+                               static_cast<MAPI_S32>(t.satCodeRate),
+                               t.satModulation,
+                               static_cast<MAPI_S32>(t.satConstellation),
+                               static_cast<MAPI_S32>(t.satSymbolRate),
+                               static_cast<MAPI_S32>(t.satPacketErrors)};
     return 1;
 }
 
@@ -119,8 +128,8 @@ MAPI_BOOL MSrv_DTV_Player_DVBS::GetTransponderInfo(MAPI_U8 satellite, MAPI_U16 t
         return 0;
     }
     const sim::TunerState& t = T();
-    *info = ST_TRANSPONDER_INFO{static_cast<MAPI_U32>(t.satRecord.s32Frequency + 9750),
-                                t.satSymbolRate, t.polarity};
+    *info = ST_TRANSPONDER_INFO{static_cast<MAPI_U32>(t.satIntermediateMHz + 9750), t.satSymbolRate,
+                                t.polarity};
     return 1;
 }
 
@@ -203,6 +212,6 @@ MAPI_U32 mapi_demodulator::GetDVBS_Demod_SignalStrength() { return T().satStreng
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_TSpacketError() { return T().satPacketErrors; }
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_Constellation() { return T().satConstellation; }
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_CodeRate() { return T().satCodeRate; }
-long mapi_demodulator::GetDVBS_Demod_Frequency() { return T().satFrequency; }
+long mapi_demodulator::GetDVBS_Demod_Frequency() { return T().satIntermediateMHz; }
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_22kOn() { return T().sat22kOn; }
 double mapi_demodulator::DTV_DVBS_GetPostBER() { return T().satBer; }

@@ -61,8 +61,10 @@ struct TunerState : Area {
     bool muxReadable = true;
     MAPI_U32 rfFrequency = 474000;
 
-    // Satellite front end.
-    ST_DVBS_DEMOD_INFO satRecord{1244, 11.8f, 2.0e-6f, -45, 3, 0, 2, 27500, 12};
+    // Satellite front end: the demodulator's readings, which also fill the record
+    // the satellite player reports for the current program.
+    MAPI_S32 satIntermediateMHz = 1244;  // tuned intermediate frequency
+    MAPI_S32 satModulation = 0;          // 1 DVB-S, 0 DVB-S2
     MAPI_S16 satFreqOffset = -2;
     MAPI_U32 satSymbolRate = 27500;  // kS/s
     MAPI_U32 satRollOff = 0;
@@ -73,9 +75,8 @@ struct TunerState : Area {
     MAPI_U32 satStrength = 71;
     MAPI_U32 satPacketErrors = 0;
     double satBer = 2.0e-6;
-    MAPI_U32 satConstellation = 1;
+    MAPI_U32 satConstellation = 1;  // 0 or 2 QPSK, 1 8PSK
     MAPI_U32 satCodeRate = 4;
-    long satFrequency = 1244;
     MAPI_U32 sat22kOn = 0;
     bool lnbShortProtect = false;
     MAPI_U8 satelliteNo = 0;
