@@ -285,4 +285,14 @@ TEST_F(TunerPagesTest, ReceiverInfoShowsTheReceptionSummaryUntilAnExitKey) {
     EXPECT_EQ(Calls("WebAppMgr_ShowPage"), std::vector<std::string>{"[1]"});
 }
 
+TEST_F(TunerPagesTest, AtVersionRecordCarriesTheTunerFrequency) {
+    Route(2);
+    Tuner().muxFrequency = 474050;
+    testing::internal::CaptureStdout();
+    ASSERT_EQ(Fm().OnEvent_GetATCmd(nullptr, nullptr, nullptr), 1);
+    testing::internal::GetCapturedStdout();
+    const std::string field(stATCMD_Version.raw + 630, 30);
+    EXPECT_EQ(field, std::string("MAIN Tuner Freq:474.5,") + std::string(8, '\0'));
+}
+
 }  // namespace
