@@ -144,6 +144,42 @@ INSTANTIATE_TEST_SUITE_P(
         VgaCase{1, {Str("Version-EDID-VGA", "VGA EEPROM Ver.01")}},
         VgaCase{7, {Str("Version-EDID-VGA", "VGA EEPROM _ _ ")}}));
 
+struct HdmiCase {
+    int badPort;  // 0: every port good
+    NoteList rows;
+};
+
+class HdmiEdidRows : public InfoPagesTest, public ::testing::WithParamInterface<HdmiCase> {};
+
+// A good port is reported under a key of its own, never under its EDID key.
+TEST_P(HdmiEdidRows, ReportEachPortUnderItsOwnKeys) {
+    if (GetParam().badPort != 0) {
+        Tv().Get<sim::FactoryIdentityState>().edidCheckSum[GetParam().badPort] = 0x100;
+    }
+    Post(188);
+    NoteList rows;
+    for (const Note& n : UiNotes()) {
+        if (n.cmd.find("HDMI") != std::string::npos || n.cmd.find("Valid") != std::string::npos ||
+            n.cmd == "Version-CI+-Algorithm") {
+            rows.push_back(n);
+        }
+    }
+    EXPECT_EQ(rows, GetParam().rows);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    InfoPages, HdmiEdidRows,
+    ::testing::Values(HdmiCase{0,
+                               {Str("Version-CI+-Algorithm", "OK"), Str("Product-Key-Valid", "OK"),
+                                Str("Test-Key-Valid", "OK")}},
+                      HdmiCase{1,
+                               {Num("Version-EDID-HDMI1-NG", 0), Str("Version-EDID-HDMI1", "NG"),
+                                Str("Product-Key-Valid", "OK"), Str("Test-Key-Valid", "OK")}},
+                      HdmiCase{
+                          3,
+                          {Str("Version-CI+-Algorithm", "OK"), Str("Product-Key-Valid", "OK"),
+                           Num("Version-EDID-HDMI3-NG", 0), Str("Version-EDID-HDMI3", "NG")}}));
+
 TEST_F(InfoPagesTest, SecondEventClosesEveryPageInOrderAndGivesTheSetBack) {
     OpenAt(2);
     ClearUiNotes();
@@ -212,6 +248,16 @@ TEST_F(InfoPagesTest, ResetGivesTheHostUiBackForAPageOpenedByCommand) {
     Fm().ResetStateWithoutKeyWriting();
     Fm().ResetStateWithoutKeyWriting();
     EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12002});
+    EXPECT_EQ(Fm().m_bVersionMode, 0);
+}
+
+TEST_F(InfoPagesTest, SModeCommandRaisesItsKeyEventWithTheFactoryOsdOn) {
+    EXPECT_EQ(Fm().mAPI_Show_S_Mode(), 1);
+    EXPECT_EQ(Fm().m_bSModeShown, 1);
+    EXPECT_EQ(Calls("MSrv_Factory_Cmd::SetFactoryOSDStatus"), std::vector<std::string>{"[1]"});
+    EXPECT_EQ(Calls("WebAppMgr_HidePage"), std::vector<std::string>{"[1]"});
+    EXPECT_EQ(Calls("MSrv_Factory_Cmd::CMD_HandleEvent"),
+              std::vector<std::string>{"[64, 191, 181, 0, 1]"});
     EXPECT_EQ(Fm().m_bVersionMode, 0);
 }
 
@@ -398,7 +444,11 @@ TEST_F(InfoPagesTest, ColourTemperatureReachesTheConsoleAsATable300MsLater) {
     records[0] = {{0, 0, 0}, 101, 102, 103, 4, 5, 6};
     records[1] = {{0, 0, 0}, 128, 128, 128, 128, 128, 128};
     records[2] = {{0, 0, 0}, 140, 120, 255, 0, 1, 2};
-    OpenAt(1);
+    testing::internal::CaptureStdout();
+    Post(188);
+    Advance(400);  // the self-check page's own copy
+    testing::internal::GetCapturedStdout();
+    Fm().FactoryDoKeyAction(FactoryKey::Down);
     testing::internal::CaptureStdout();
     Advance(299);
     const std::string early = testing::internal::GetCapturedStdout();

@@ -295,4 +295,20 @@ TEST_F(TunerPagesTest, AtVersionRecordCarriesTheTunerFrequency) {
     EXPECT_EQ(field, std::string("MAIN Tuner Freq:474.5,") + std::string(8, '\0'));
 }
 
+TEST_F(TunerPagesTest, EachRedrawAlsoGoesToTheConsole) {
+    Fm().mAPI_ShowTuner();
+    testing::internal::CaptureStdout();
+    Advance(300);
+    const std::string console = testing::internal::GetCapturedStdout();
+    auto cell = [](std::string text) { return text.append(28 - text.size(), ' '); };
+    EXPECT_NE(console.find("\n" + cell("Lock Status") + cell("LOCK") + cell("Guard Inerval") +
+                           cell("1/128") + cell("SNR[dB]") + cell("28.4") + "\n"),
+              std::string::npos)
+        << console;
+    EXPECT_NE(console.find("\n" + cell("Frequency Offset") + cell("-12.500000") +
+                           cell("Hierarchy alpha") + cell("0") + cell("Bandwidth[MHz]") +
+                           cell("8MHz") + "\n"),
+              std::string::npos);
+}
+
 }  // namespace
