@@ -311,4 +311,17 @@ TEST_F(TunerPagesTest, EachRedrawAlsoGoesToTheConsole) {
               std::string::npos);
 }
 
+TEST_F(TunerPagesTest, SatelliteRouteWithoutTheSatellitePlayerShowsTheZeroedRecord) {
+    Route(0x40);
+    Tuner().satellitePlayer = false;
+    testing::internal::CaptureStdout();
+    Fm().mAPI_ShowTuner();
+    const std::string console = testing::internal::GetCapturedStdout();
+    EXPECT_NE(console.find("GetDVBS_DemodInfo ERROR!!! Invalid use:"), std::string::npos);
+    EXPECT_EQ(Count(Str("Tuner-Frequency-DVBS", "9750")), 1u);
+    EXPECT_EQ(Count(Str("Tuner-Modulation-System-DVBS", "DVB-S2")), 1u);
+    EXPECT_EQ(Count(Str("Tuner-Symbol-Rate-DVBS", "0")), 1u);
+    EXPECT_EQ(Count(Str("Tuner-LNB-Number-DVBS", "")), 1u);
+}
+
 }  // namespace

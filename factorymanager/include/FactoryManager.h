@@ -570,7 +570,6 @@ private:
     TunerTextBuffer m_tunerBuffers[26];
 
 public:
-
     // ---- Service-mode editor -------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryVideoCheck(void* p1, void* p2, void* p3);
 

@@ -26,7 +26,7 @@ bool SatelliteRoute() {
 MSrv_DTV_Player_DVB* sim::CurrentDtvPlayer() {
     static MSrv_DTV_Player_DVB terrestrial;
     static MSrv_DTV_Player_DVBS satellite;
-    if (SatelliteRoute()) {
+    if (SatelliteRoute() && T().satellitePlayer) {
         return &satellite;
     }
     return &terrestrial;

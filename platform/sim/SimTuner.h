@@ -17,6 +17,8 @@ struct TunerState : Area {
     // Per-route system byte: 0x40 and 4 satellite, 1 and 0x20 terrestrial, 2 cable, 8 other.
     std::array<MAPI_U8, 4> routeSystem{{0x20, 2, 0x40, 0}};
     bool demodulatorPresent = true;
+    // false: a satellite route served by the plain DVB player (a platform fault).
+    bool satellitePlayer = true;
 
     // Terrestrial and cable demodulator.
     MAPI_U8 demodType = 11;  // 1 DVB-T, 11 DVB-T2, 2 DVB-C

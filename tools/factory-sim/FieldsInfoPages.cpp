@@ -250,6 +250,7 @@ std::vector<Field> InfoPageFields() {
         Flag("mux-readable", "the cable multiplex can be read", &T::muxReadable),
         Number("rf-frequency", "RF frequency of the channel, kHz", &T::rfFrequency, 0xFFFFFFFFULL),
         // Satellite front end.
+        Flag("sat-player", "a satellite route has the satellite player", &T::satellitePlayer),
         Signed("sat-if-frequency", "tuned intermediate frequency, MHz", &T::satIntermediateMHz, 0,
                3000),
         Number("sat-modulation", "1 DVB-S, 0 DVB-S2", &T::satModulation, 255),
