@@ -12,6 +12,7 @@
 
 #include "FactoryATCmdVersion.h"
 #include "MEvtHandle.h"
+#include "MSrv_DTV_Player_DVBS.h"
 #include "MTypes.h"
 #include "WidgetTypes.h"
 
@@ -443,11 +444,139 @@ public:
     MAPI_BOOL OnEvent_FactoryVersion(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_FactoryWifiDongleStatus(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_SerialLog(void* p1, void* p2, void* p3);
+    // Draws page m_u8VersionPage: 0 self-check, 1 colour temperature, 2 PQ, 3 tuner.
+    void ShowVersion();
+    void ShowVersionSelfCheck();
+    void ShowColorTemperature();
+    void ShowPQ();
+    // Entries of the host's application commands.
+    MAPI_BOOL mAPI_ShowVersionSelfCheck();
+    MAPI_BOOL mAPI_ShowTuner();
+    MAPI_BOOL mAPI_Show_S_Mode();
+    // The receiver information page, the tuner page's reception summary.
+    MAPI_BOOL mAPI_ShowReceiverInfo();
 
+    enum EN_ZYT_COLOR_TEMP : int {
+        E_ZYT_COLOR_TEMP_COOL = 0,
+        E_ZYT_COLOR_TEMP_MEDIUM = 1,
+        E_ZYT_COLOR_TEMP_WARM = 2,
+    };
+    // The platform's 9-byte white-balance record: bytes 3-5 gains, 6-8 offsets.
+    struct ST_ZYT_PQL_COLOR_TEMP_DATA {
+        MAPI_U8 u8Data[9];
+    };
+    MAPI_BOOL GetColorTemp(EN_ZYT_COLOR_TEMP ct, ST_ZYT_PQL_COLOR_TEMP_DATA* out);
+    int GetColorWarmRGain();
+    int GetColorWarmGGain();
+    int GetColorWarmBGain();
+    int GetColorWarmROffset();
+    int GetColorWarmGOffset();
+    int GetColorWarmBOffset();
+    int GetColorMediumRGain();
+    int GetColorMediumGGain();
+    int GetColorMediumBGain();
+    int GetColorMediumROffset();
+    int GetColorMediumGOffset();
+    int GetColorMediumBOffset();
+    int GetColorCoolRGain();
+    int GetColorCoolGGain();
+    int GetColorCoolBGain();
+    int GetColorCoolROffset();
+    int GetColorCoolGOffset();
+    int GetColorCoolBOffset();
+
+    void SerialLogVersionsSelfCheck();
+    void SerialLogVersionsColorTemperature();
+    void SerialLogVersionsPQ();
+    void SerialLogVersionsTuner();
+
+    MAPI_U8 m_u8VersionPage = 0;
+    MAPI_U8 m_u8NetworkType = 0;
+    MAPI_U8 m_u8WifiDongleWaitCount = 0;
+
+private:
+    int ColorTempByte(EN_ZYT_COLOR_TEMP ct, unsigned int offset);
+    // Restarts timer 40 so that the page just drawn goes to the serial console once.
+    void StartSerialLog();
+
+public:
     // ---- Tuner pages ---------------------------------------------------------------
     MAPI_BOOL OnTimer_TunerInfo(void* p1, void* p2, void* p3);
-    const char* GetTunerFrequency();
+    // 1-3 terrestrial and cable (3 cable), 4-5 satellite, 6 analogue, 9 other, 0 none.
+    MAPI_U32 GetTVSource();
+    void GetDVBS_DemodInfo();
+    void ShowTuner();
+    void ShowTunerDVBS();
+    void ShowTuner_ATSC();
 
+    // Buffer formatters: the reading as text, empty where it does not apply; null
+    // only when the buffer cannot be allocated.
+    const char* GetTunerModulationSystem();
+    const char* GetTunerFrequency();
+    const char* GetFrequencyOffset();
+    const char* GetBandwidth();
+    const char* GetLockStatus();
+    const char* GetTunerSNR();
+    const char* GetTunerSignalPower();
+    const char* GetTunerSignalQualityIndex();
+    const char* GetTunerSignalStrengthIndex();
+    const char* GetTunerGetBitErrorRate();
+    const char* GetTunerGetUncorrectedError();
+    const char* GetTunerModulation();
+    const char* GetTunerMode();
+    // Fills the high- and low-priority texts; 0 when a buffer cannot be allocated.
+    MAPI_BOOL GetTunerCodeRate(const char*& highPriority, const char*& lowPriority);
+    const char* GetTunerGuardInterval();
+    const char* GetTuner2ndIFFrequency();
+    const char* GetTunerSymbolRate();
+    const char* GetTunerRollOff();
+    const char* GetTunerLNBPower();
+    const char* GetTunerLNBSystem();
+    const char* GetTunerLNBNumber();
+    const char* GetTunerLNBBand();
+    const char* GetTunerLNBPolarity();
+    const char* GetTunerLNBAntError();
+
+    // Text formatters of the DVB-T2 layer: 1 when they wrote the text.
+    MAPI_U8 GetTunerMISOSISO(std::string& text);
+    MAPI_U8 GetTunerNumberOfPLPs(std::string& text);
+    MAPI_U8 GetTunerCurrentPLPID(std::string& text);
+    MAPI_U8 GetTunerL1Modulation(std::string& text);
+    MAPI_U8 GetTunerL1CodeRate(std::string& text);
+    MAPI_U8 GetTunerCPLPModulation(std::string& text);
+    MAPI_U8 GetTunerCPLPCodeRate(std::string& text);
+    MAPI_U8 GetTunerFECType(std::string& text);
+    MAPI_U8 GetTunerPILOT(std::string& text);
+    MAPI_U8 GetTunerModeFFT(std::string& text);
+    MAPI_U8 GetTunerFEF(std::string& text);
+    MAPI_U8 GetTunerPAPR(std::string& text);
+    MAPI_U8 GetTunerSymbolRateDVBC(std::string& text);
+
+    ST_DVBS_DEMOD_INFO m_stDVBSDemodInfo{};
+
+private:
+    struct TunerRow;
+    struct TunerTextRow;
+    // Sends each row whose formatter gave a text.
+    void SendTunerRows(const TunerRow* rows, size_t count);
+    void SendTunerTextRows(const TunerTextRow* rows, size_t count);
+    // Hide command, the settling wait, the rows (by the caller), page on, timer 57.
+    void BeginTunerLayout(const char* layout, unsigned int waitMs);
+    void EndTunerLayout(const char* layout);
+    void ShowTunerPage();
+    // Writes the text only on a DVB-T2 demodulator whose information was refreshed.
+    class mapi_demodulator* TunerDemodulator();
+    MAPI_U8 TunerT2Text(std::string& text, std::string (*format)(class mapi_demodulator&));
+    // Zeroed member buffer of a formatter; null when it cannot be allocated.
+    char* TunerBuffer(unsigned int index, unsigned int size);
+
+    struct TunerTextBuffer {
+        char* text = nullptr;
+        ~TunerTextBuffer() { delete[] text; }
+    };
+    TunerTextBuffer m_tunerBuffers[26];
+
+public:
     // ---- Service-mode editor -------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryVideoCheck(void* p1, void* p2, void* p3);
     // Publishes the name of the item at the current service address.

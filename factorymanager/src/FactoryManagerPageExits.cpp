@@ -4,9 +4,6 @@
 // Routines of pages that are not in this build yet, which the key dispatcher already
 // calls; each says so in the log. A page's own file takes its routines over.
 
-MAPI_BOOL FactoryManager::ExitVersionMode() { return NotBuiltYet("ExitVersionMode"); }
-MAPI_BOOL FactoryManager::VersionAction(unsigned long) { return NotBuiltYet("VersionAction"); }
-MAPI_BOOL FactoryManager::ExitRevicInfo() { return NotBuiltYet("ExitRevicInfo"); }
 MAPI_BOOL FactoryManager::DisplayVideoAfterPolarizatonChanged() {
     return NotBuiltYet("DisplayVideoAfterPolarizatonChanged");
 }

@@ -63,4 +63,7 @@ public:
     // Null on a set without a CI slot.
     MSrv_CIMMI* GetMSrvCIMMI();
     MSrv_MHL* GetMSrvMHL();
-    MSrv_ActiveBacklight* GetMSrvActiveBacklight();};
+    MSrv_ActiveBacklight* GetMSrvActiveBacklight();
+    // The DTV route being watched (an index into the TV information's routes).
+    MAPI_U32 GetCurrentDtvRoute();
+};

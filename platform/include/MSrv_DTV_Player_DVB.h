@@ -16,6 +16,23 @@ struct ST_CIPLUS_URI_LICENSE {
 };
 static_assert(sizeof(ST_CIPLUS_URI_LICENSE) == 7, "the player fills 7 bytes");
 
+class mapi_demodulator;
+
+// The multiplex being received.
+struct ST_DTV_MUX_INFO {
+    MAPI_U32 u32Frequency;  // kHz
+    MAPI_U32 u32SymbolRate;
+};
+
+// Radio-frequency information of the channel being received.
+struct ST_DTV_RF_INFO {
+    MAPI_U32 u32Frequency;  // kHz
+    MAPI_U8 u8Bandwidth;
+};
+
+// Bits of the player's error status.
+enum { E_DVB_ERROR_LNB_SHORT_PROTECT = 0x01 };
+
 class MSrv_DTV_Player_DVB : public MSrv_DTV_Player {
 public:
     // Version of the TV software as known to over-air download.
@@ -25,4 +42,11 @@ public:
 
     // 1: the picture stays black while the player changes what it shows.
     MAPI_BOOL SetScreenMuteSwitch(MAPI_BOOL on);
+    // The demodulator of the current route; null when there is none.
+    mapi_demodulator* GetCurrentDemodulator();
+    MAPI_BOOL GetCurrentMuxInfo(ST_DTV_MUX_INFO* info);
+    // Two ways to the same reading: the tuned RF channel, or that of the current program.
+    MAPI_BOOL GetCurrentRFInfo(ST_DTV_RF_INFO* info);
+    MAPI_BOOL GetCurrentProgramRFInfo(ST_DTV_RF_INFO* info);
+    MAPI_U32 GetErrorStatus();
 };

@@ -47,8 +47,6 @@ public:
     MAPI_BOOL ServiceModeCheckRange(unsigned short addr, unsigned char* min, unsigned char* max);
     // 1 while the service-data editor is open.
     MAPI_BOOL Set_S_D_Mode(unsigned char on);
-    MAPI_BOOL CMD_HandleEvent(unsigned char a, unsigned char b, unsigned char c, unsigned char d,
-                              unsigned char e);
     // Full-screen single-colour test pictures of the panel (burn-in, line checks).
     MAPI_BOOL RedRaster();
     MAPI_BOOL GreenRaster();
@@ -85,4 +83,11 @@ public:
     // The wired LAN monitor the station may switch on, and its tick counter.
     MAPI_BOOL IsDLNAMonitorEnabled();
     MAPI_U32 GetDLNAMonitorCount();
+    // Raises a factory event as the set's own key handling would.
+    MAPI_BOOL CMD_HandleEvent(MAPI_U32 type, MAPI_U32 group, MAPI_U32 code, MAPI_U32 p1,
+                              MAPI_U32 p2);
+    // Starts bringing the Wi-Fi dongle up; the status says when it is ready (1).
+    MAPI_BOOL StartWifiDongleThreadStart();
+    MAPI_U8 GetWifiDongleInitStatus();
+    MAPI_BOOL SetWifiDongleInitStatus(MAPI_U8 status);
 };

@@ -21,4 +21,6 @@ public:
     MAPI_BOOL DetectNetStatusForKeyWriting();
     // Scans for wireless access points; fills at most max entries, returns how many.
     int ScanWiFiAccessPoints(ST_WIFI_AP_INFO* list, int max);
+    // 0 wireless, else the wired network.
+    MAPI_U8 GetNetworkType();
 };

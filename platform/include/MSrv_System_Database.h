@@ -2,13 +2,23 @@
 #pragma once
 
 #include "MSrv.h"
+#include "MSrv_Picture.h"
 #include "MTypes.h"
+#include "MapiInputSource.h"
+#include "mapi_pql_datatype.h"
 
 struct ST_USER_SYSTEM_SETTING {
     MAPI_U8 fRunInstallationGuide;  // 1: the first-time installation runs at next power-on
     MAPI_U8 bBlueScreen;
     MAPI_U8 u8EnergySaving;
     MAPI_U8 enSPDIFMODE;  // digital audio output format as last chosen
+    MAPI_U8 u8LNBPower;   // satellite LNB supply: 1 on
+    MAPI_U8 u8LNBSystem;  // 0 none, 1 tone burst, 2 DiSEqC 2-way, 3 DiSEqC 4-way, 4 single cable
+};
+
+// The picture settings of one source; the picture mode selects its colour temperatures.
+struct ST_VIDEO {
+    MAPI_U8 ePicture;  // the current picture mode
 };
 
 struct ST_AUDIO_SETTING {
@@ -30,6 +40,11 @@ public:
     MAPI_BOOL RestoreFactorySetupForZYT(MAPI_BOOL save);
     // Sets the sales region (and the source the set starts on) at shipout.
     MAPI_BOOL ChangeShipoutForZYT(MAPI_U8 region, int inputSource, MAPI_U8 save);
+    MAPI_BOOL GetVideoSetting(ST_VIDEO* setting, MAPI_INPUT_SOURCE_TYPE source);
+    MAPI_BOOL GetColorTempBySourceAndPictureMode(mapi_pql_datatype::MAPI_PQL_COLOR_TEMP_DATA* out,
+                                                 MSrv_Picture::EN_MS_COLOR_TEMP colorTemp,
+                                                 MAPI_INPUT_SOURCE_TYPE source,
+                                                 MAPI_U8 pictureMode);
 };
 
 class MSrv_System_Database_DVB : public MSrv_System_Database {

@@ -17,6 +17,7 @@ enum EN_ZYT_INPUT_SOURCE_TYPE : int {
     E_ZYT_INPUT_SOURCE_DTV = 28,
     E_ZYT_INPUT_SOURCE_STORAGE = 34,  // the media player
 };
+class PictureManager;
 
 class TVManager {
 public:
@@ -47,4 +48,5 @@ public:
     TimerManager* getTimerManager();
     MAPI_BOOL resetToFactoryDefault();
     MAPI_BOOL ResetShipoutTV();
+    // Null while the picture manager is not up.
 };

@@ -1,6 +1,8 @@
 // The simulated set behind the input source, the players and their video timing.
 #include "SimPlayers.h"
 
+#include "SimTuner.h"
+
 #include "MSrv_Control.h"
 #include "MSrv_DTV_Player_DVBT.h"
 
@@ -17,11 +19,8 @@ MSrv_Player* SourcePlayer() {
     return &player;
 }
 
-// The demo set's digital player is the terrestrial one.
-MSrv_DTV_Player_DVB* DvbPlayer() {
-    static MSrv_DTV_Player_DVBT player;
-    return &player;
-}
+// A satellite route is served by the satellite player (SimTuner.cpp).
+MSrv_DTV_Player_DVB* DvbPlayer() { return sim::CurrentDtvPlayer(); }
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 // The simulated set behind the production-line tests. Every call that changes the
 // set is journalled; state lives in the areas of SimProductionTests.h.
 #include "SimProductionTests.h"
+#include "SimInfoPages.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -244,11 +245,6 @@ AudioManager* TVManager::getAudioManager() {
     return &manager;
 }
 
-PictureManager* TVManager::getPictureManager() {
-    static PictureManager manager;
-    return &manager;
-}
-
 TimerManager* TVManager::getTimerManager() {
     static TimerManager manager;
     return &manager;
@@ -280,25 +276,21 @@ MAPI_BOOL AudioManager::setVolume(int volume) {
     return 1;
 }
 
-int PictureManager::getBacklight() { return AudioPicture().backlight; }
-
-int PictureManager::getBrightness() { return AudioPicture().brightness; }
-
 MAPI_BOOL PictureManager::setPictureMode(int mode) {
     Record("PictureManager::setPictureMode", ArgList(mode));
-    AudioPicture().pictureMode = mode;
+    sim::Set::Instance().Get<sim::PictureState>().pictureMode = static_cast<MAPI_U8>(mode);
     return 1;
 }
 
 MAPI_BOOL PictureManager::setBacklight(int value) {
     Record("PictureManager::setBacklight", ArgList(value));
-    AudioPicture().backlight = value;
+    sim::Set::Instance().Get<sim::PictureState>().backlight = static_cast<MAPI_U8>(value);
     return 1;
 }
 
 MAPI_BOOL PictureManager::setBrightness(int value) {
     Record("PictureManager::setBrightness", ArgList(value));
-    AudioPicture().brightness = value;
+    sim::Set::Instance().Get<sim::PictureState>().brightness = static_cast<MAPI_U8>(value);
     return 1;
 }
 

@@ -37,9 +37,6 @@ struct StationState : Area {
 struct AudioPictureState : Area {
     int speakerType = -1;  // -1 never chosen
     int volume = 30;
-    int backlight = 80;
-    int brightness = 50;
-    int pictureMode = 0;
     int spdifMode = 0;  // 0 PCM, 2 automatic
     // The on-timer: the demo set wakes on 1 December at 07:30, daily.
     int onYear = 2026, onMonth = 12, onDay = 1, onHour = 7, onMinute = 30, onSecond = 0;

@@ -102,13 +102,6 @@ MAPI_BOOL MSrv_Factory_Cmd::Set_S_D_Mode(unsigned char on) {
     return 1;
 }
 
-MAPI_BOOL MSrv_Factory_Cmd::CMD_HandleEvent(unsigned char a, unsigned char b, unsigned char c,
-                                            unsigned char d, unsigned char e) {
-    sim::State();
-    Set::Instance().RecordCall("MSrv_Factory_Cmd::CMD_HandleEvent", ArgList(a, b, c, d, e));
-    return 1;
-}
-
 MAPI_BOOL MSrv_Factory_Default::RestoreDefaultServiceData(unsigned char reserved) {
     return sim::Restore("MSrv_Factory_Default::RestoreDefaultServiceData", reserved,
                         sim::Group::Data);

@@ -10,8 +10,9 @@
 namespace sim {
 
 struct TvRouteState : Area {
-    // 1 DVB-T, 32 DVB-T2, 2 cable, 4 and 64 satellite; 0 no route.
-    std::array<MAPI_U8, 4> routeTypes{{1, 32, 0, 0}};
+    // The system byte of each route: 1 DVB-T, 0x20 DVB-T2, 2 cable, 4 and 0x40
+    // satellite, 8 a further digital system, 0 no route. The demo set: T2, cable, satellite.
+    std::array<MAPI_U8, 4> routeTypes{{0x20, 2, 0x40, 0}};
     MAPI_U8 route = 0;       // the live digital route
     MAPI_U8 routeOnDtv = 0;  // the route the player comes up on when DTV is selected
 };

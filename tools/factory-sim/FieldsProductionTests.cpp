@@ -219,10 +219,6 @@ std::vector<Field> ProductionTestFields() {
         ReadOnly("speaker-type", "the speaker type chosen (0 SNC, 1 IEC, 2 GW, 3 Estec)",
                  [] { return OrNone(AreaOf<AudioPictureState>().speakerType); }),
         Number("volume", "the TV's volume", &AudioPictureState::volume, 100),
-        Number("backlight", "the picture's backlight", &AudioPictureState::backlight, 100),
-        Number("brightness", "the picture's brightness", &AudioPictureState::brightness, 100),
-        Number("picture-mode", "the picture mode (1 in full-power mode)",
-               &AudioPictureState::pictureMode, 255),
         ReadOnly("full-power", "what full-power mode saved: \"backlight brightness volume\"",
                  [] {
                      const StationState& s = AreaOf<StationState>();

@@ -169,8 +169,6 @@ std::vector<Field> ProductionTest2Fields() {
         ScanResult(),
         DtvPrograms(),
         RouteTypes(),
-        Number("tv-route", "the live digital route (0 terrestrial, 1 cable, 2 satellite)",
-               &sim::TvRouteState::route, 255),
         Number("tv-route-on-dtv", "the route the player comes up on when DTV is selected",
                &sim::TvRouteState::routeOnDtv, 255),
     };
