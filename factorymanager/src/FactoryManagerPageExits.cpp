@@ -24,14 +24,9 @@ MAPI_BOOL FactoryManager::ExitBackLightLevel() { return NotBuiltYet("ExitBackLig
 MAPI_BOOL FactoryManager::ExitAutoBrightnessSensor() {
     return NotBuiltYet("ExitAutoBrightnessSensor");
 }
-MAPI_BOOL FactoryManager::DisplayVideoAfterPolarizatonChanged() {
-    return NotBuiltYet("DisplayVideoAfterPolarizatonChanged");
-}
 MAPI_BOOL FactoryManager::ExitDigitalAudioOut() { return NotBuiltYet("ExitDigitalAudioOut"); }
 MAPI_BOOL FactoryManager::ExitCITestStatus() { return NotBuiltYet("ExitCITestStatus"); }
 MAPI_BOOL FactoryManager::ExitCloneCopy() { return NotBuiltYet("ExitCloneCopy"); }
-MAPI_BOOL FactoryManager::ExitATVTuningSearch() { return NotBuiltYet("ExitATVTuningSearch"); }
-MAPI_BOOL FactoryManager::ATVTuningSearchSelect() { return NotBuiltYet("ATVTuningSearchSelect"); }
 MAPI_BOOL FactoryManager::PEQProcessKey(unsigned long) { return NotBuiltYet("PEQProcessKey"); }
 MAPI_BOOL FactoryManager::Factory3DTimingKeyAction(unsigned long) {
     return NotBuiltYet("Factory3DTimingKeyAction");

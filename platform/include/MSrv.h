@@ -10,4 +10,6 @@ public:
     virtual ~MSrv() = default;
     // From now on the service's events reach the recipient's message map.
     MAPI_BOOL AddEventRecipient(MEvtHandle* recipient);
+    // From now on the recipient receives none of the service's events.
+    MAPI_BOOL RemoveEventRecipient(MEvtHandle* recipient);
 };

@@ -14,6 +14,13 @@ class MSrv_PreSharedKey;
 class MSrv_Factory_Mode;
 class MSrv_System_Database;
 class MSrv_ATV_Player;
+class MSrv_ATV_Database;
+class MSrv_ChannelManager;
+
+// The type byte of each of the four digital TV routes (4 and 64: satellite).
+struct ST_TV_INFO {
+    MAPI_U8 u8RouteType[4];
+};
 
 class MSrv_Control {
 public:
@@ -35,4 +42,15 @@ public:
     MSrv_ATV_Player* GetMSrvAtv();
     // Standby (1) as from the remote's power key.
     MAPI_BOOL EnterSleepMode(MAPI_BOOL sleep);
+    MSrv_ATV_Database* GetMSrvAtvDatabase();
+    MSrv_ChannelManager* GetMSrvChannelManager();
+    MAPI_BOOL SetInputSource(MAPI_INPUT_SOURCE_TYPE source, MAPI_BOOL writeDb, MAPI_BOOL pipMode,
+                             MAPI_BOOL keepMute);
+    MAPI_BOOL SetATVManualTuneFinishChannel(unsigned char channel);
+    ST_TV_INFO GetTVInfo();
+    MAPI_U8 GetCurrentTvRoute();
+    MAPI_U8 GetCurrentDtvRoute();
+    MAPI_BOOL SwitchMSrvDtvRoute(unsigned char route);
+    // The set's real-time clock, in seconds.
+    MAPI_U32 RTCGetCLK();
 };

@@ -16,10 +16,31 @@ struct ST_CIPLUS_URI_LICENSE {
 };
 static_assert(sizeof(ST_CIPLUS_URI_LICENSE) == 7, "the player fills 7 bytes");
 
+// The multiplex being received.
+struct _DVB_MUXINFO {
+    MAPI_U32 u32FrequencyKHz;
+    MAPI_U16 u16SymbolRate;
+    MAPI_U8 u8Polarity;  // bit 0: horizontal
+};
+
+// Present event of the programme being watched, as the EIT gives it.
+struct ST_EIT_PRESENT_INFO {
+    MAPI_U8 u8StartHour;
+    MAPI_U8 u8StartMinute;
+    MAPI_U8 u8EndHour;
+    MAPI_U8 u8EndMinute;
+    MAPI_U32 u32StartTime;  // seconds, on the real-time clock's scale
+    MAPI_U32 u32Duration;   // seconds
+    MAPI_U8 u8GenreClass;
+};
+
 class MSrv_DTV_Player_DVB : public MSrv_DTV_Player {
 public:
     // Version of the TV software as known to over-air download.
     MAPI_U32 OADGetTVversion();
     // 1 when the record was filled.
     MAPI_BOOL GetCCUriLicense(ST_CIPLUS_URI_LICENSE* record);
+    MAPI_BOOL GetCurrentMuxInfo(_DVB_MUXINFO& mux);
+    // 1 when the present event's data is there.
+    MAPI_BOOL GetEITInfo(ST_EIT_PRESENT_INFO* present);
 };

@@ -31,4 +31,7 @@ public:
     MAPI_BOOL SetFactoryCodeEvent(unsigned short code, unsigned short event);
     MAPI_BOOL _HandleFactoryEvent(unsigned int event, unsigned int p1, unsigned int p2);
     MAPI_BOOL GetFactoryCodeFromZYTSpecialRemoteController2Exe();
+    // Whether the serial fixture wants results on screen, and its result of the last test.
+    MAPI_BOOL IsUARTEnableUI();
+    MAPI_BOOL SetUARTExecutingResult(unsigned char result);
 };

@@ -11,4 +11,6 @@ public:
 
     MAPI_BOOL SetMuteStatus(MAPI_U8 muteType, MAPI_BOOL mute);
     MAPI_BOOL SetVolume(MAPI_U8 volume, MAPI_BOOL apply);
+    // Sound mode of the analogue sound decoder (3, 4, 11 stereo; 7, 8, 10, 12, 13 dual).
+    MAPI_U8 GetSifSoundMode();
 };

@@ -16,4 +16,6 @@ public:
     const char* GetPQVersion();
     // Version of the picture-quality map of the given type (0 main, 2 ...).
     const char* GetQmapVersion(int type);
+    // 0 on a set without a satellite tuner.
+    MAPI_BOOL IsDVBSEnable();
 };

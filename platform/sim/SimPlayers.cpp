@@ -3,6 +3,8 @@
 
 #include "MSrv_Control.h"
 #include "MSrv_DTV_Player_DVB.h"
+#include "MSrv_DTV_Player_DVBS.h"
+#include "SimSatellite.h"
 
 using sim::ArgList;
 
@@ -18,8 +20,9 @@ MSrv_Player* SourcePlayer() {
 }
 
 MSrv_DTV_Player_DVB* DvbPlayer() {
-    static MSrv_DTV_Player_DVB player;
-    return &player;
+    static MSrv_DTV_Player_DVBS satellite;
+    static MSrv_DTV_Player_DVB plain;
+    return sim::Set::Instance().Get<sim::SatelliteState>().dvbsPlayer ? &satellite : &plain;
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "FactoryManager.h"
 #include "MSrv_Control.h"
 #include "MSrv_Factory_Cmd.h"
@@ -108,7 +110,19 @@ void Set::PostFactoryEvent(unsigned int id, uintptr_t p1, uintptr_t p2, uintptr_
 }
 
 void Set::AddRecipient(MSrv* service, MEvtHandle* recipient) {
-    m_recipients[service].push_back(recipient);
+    // A recipient is on a service's list once, however often it asks.
+    std::vector<MEvtHandle*>& list = m_recipients[service];
+    if (std::find(list.begin(), list.end(), recipient) == list.end()) {
+        list.push_back(recipient);
+    }
+}
+
+void Set::RemoveRecipient(MSrv* service, MEvtHandle* recipient) {
+    auto it = m_recipients.find(service);
+    if (it != m_recipients.end()) {
+        it->second.erase(std::remove(it->second.begin(), it->second.end(), recipient),
+                         it->second.end());
+    }
 }
 
 std::vector<MEvtHandle*> Set::Recipients(MSrv* service) const {
