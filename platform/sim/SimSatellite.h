@@ -25,7 +25,7 @@ struct SatelliteState : Area {
     bool dvbsEnabled = true;  // the set has a satellite tuner
     bool dvbsPlayer = true;   // the digital player is the satellite one
     std::vector<SimSatellite> satellites;
-    int unreadableSatellite = -1;  // this record cannot be read
+    int unreadableSatellite = 255;  // this record cannot be read (255: none)
     MAPI_U8 currentSatellite = 0;
     MAPI_U16 currentTransponder = 0;
     int lnbPower = 1;  // last DishSetLNBPower: 0 off, 1 13/18 V, 2 13 V, 3 18 V
