@@ -56,6 +56,7 @@ struct GenreCase {
     MAPI_U8 country;
     MAPI_U8 genre;
     const char* label;
+    MAPI_U8 normalised;
 };
 class GenreTest : public ProgramInfoTest, public testing::WithParamInterface<GenreCase> {};
 
@@ -68,24 +69,25 @@ TEST_P(GenreTest, TheGenreLabelDependsOnRouteAndCountry) {
     Info().genre = c.genre;
     DirectCH();
     EXPECT_EQ(Sent("ProgramInfo-DTV_GENRE"), std::vector<std::string>{c.label});
+    EXPECT_EQ(Fm().GenreType_Color_Setup(c.genre), c.normalised);
 }
 
 constexpr MAPI_U8 kA = 25, kB = 22, kOther = 7;
 INSTANTIATE_TEST_SUITE_P(
     Countries, GenreTest,
-    testing::Values(GenreCase{false, kA, 2, "News and Factual"},
-                    GenreCase{false, kA, 6, "Entertainment"},
-                    GenreCase{false, kA, 7, "News and Factual"},
-                    GenreCase{false, kA, 8, "News and Factual"}, GenreCase{false, kA, 11, ""},
-                    GenreCase{false, kA, 15, "Drama"}, GenreCase{false, kB, 7, "Factual"},
-                    GenreCase{false, kB, 9, "Factual"}, GenreCase{false, kB, 15, ""},
-                    GenreCase{false, kOther, 7, "Arts"}, GenreCase{false, kOther, 9, "Education"},
-                    GenreCase{false, kOther, 11, "Special"}, GenreCase{false, kOther, 15, ""},
-                    GenreCase{true, kA, 2, "News"}, GenreCase{true, kA, 6, "Music"},
-                    GenreCase{true, kA, 15, ""}, GenreCase{true, kB, 9, "Education"},
-                    GenreCase{true, kB, 7, "Arts"}, GenreCase{false, kOther, 3, "Entertainment"},
-                    GenreCase{false, kOther, 4, "Sport"}, GenreCase{false, kOther, 5, "Children's"},
-                    GenreCase{false, kOther, 10, "Lifestyle"}, GenreCase{false, kOther, 12, ""}));
+    testing::Values(
+        GenreCase{false, kA, 2, "News and Factual", 2}, GenreCase{false, kA, 6, "Entertainment", 3},
+        GenreCase{false, kA, 7, "News and Factual", 2},
+        GenreCase{false, kA, 8, "News and Factual", 2}, GenreCase{false, kA, 11, "", 0},
+        GenreCase{false, kA, 15, "Drama", 15}, GenreCase{false, kB, 7, "Factual", 8},
+        GenreCase{false, kB, 9, "Factual", 8}, GenreCase{false, kB, 15, "", 0},
+        GenreCase{false, kOther, 7, "Arts", 7}, GenreCase{false, kOther, 9, "Education", 9},
+        GenreCase{false, kOther, 11, "Special", 11}, GenreCase{false, kOther, 15, "", 0},
+        GenreCase{true, kA, 2, "News", 2}, GenreCase{true, kA, 6, "Music", 6},
+        GenreCase{true, kA, 15, "", 0}, GenreCase{true, kB, 9, "Education", 9},
+        GenreCase{true, kB, 7, "Arts", 7}, GenreCase{false, kOther, 3, "Entertainment", 3},
+        GenreCase{false, kOther, 4, "Sport", 4}, GenreCase{false, kOther, 5, "Children's", 5},
+        GenreCase{false, kOther, 10, "Lifestyle", 10}, GenreCase{false, kOther, 12, "", 12}));
 
 struct LeftCase {
     int secondsLeft;

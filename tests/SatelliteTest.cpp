@@ -113,6 +113,7 @@ TEST_P(ToneTest, TheToneFlipsAndItsResultIsShownOnlyWhenTheFixtureWantsIt) {
               std::vector<std::string>{c.on ? "[0]" : "[1]"});
     EXPECT_EQ(Sat().tone22k, c.fails ? c.on : !c.on);
     EXPECT_EQ(Calls("MEvtHandle::SetTimer"), std::vector<std::string>{"[2000, 46, 1]"});
+    EXPECT_EQ(Calls("MEvtHandle::KillTimer"), std::vector<std::string>{"[46]"});
     NoteList expected{Str("HideAllUIExcept", "22kHzTone")};
     if (c.text != nullptr) {
         expected.push_back(Str("22kHz-Tone", c.text));
