@@ -11,6 +11,7 @@
 #include "FactoryManager.h"
 #include "SetFixture.h"
 #include "SimFactoryStore.h"
+#include "SimMMode.h"
 #include "SimPlayers.h"
 #include "SimTuner.h"
 #include "SimTvRoutes.h"
@@ -146,6 +147,7 @@ TEST_F(TunerPagesTest, CableRouteReadsTheMuxFrequencyAndTheCableTables) {
 
 TEST_F(TunerPagesTest, SatelliteRouteDrawsTheSatelliteLayoutFromTheDemodRecord) {
     Route(0x40);
+    Tv().Get<sim::MModeState>().user.u8LNBPower = 0;
     Tuner().polarity = 1;
     Tuner().satRollOff = 0;
     Tuner().satSymbolRate = 27500;

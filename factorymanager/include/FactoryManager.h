@@ -800,7 +800,33 @@ public:
     MAPI_BOOL OnEvent_AtvScanInfo(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_OnATVTuningSearch(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_OnATVTuningSearch(void* p1, void* p2, void* p3);
+    void ATVTuningSearchInit();
+    void ATVTuningSearchUp();
+    void ATVTuningSearchDown();
+    void LoadSoundSystemForFactory();
+    unsigned char CheckChannelValid(unsigned char table, unsigned short channel);
+    unsigned char ZYT_SaveProgram(unsigned short program);
 
+    MAPI_U16 m_u16PreviousChannelNum = 0;
+    MAPI_U32 u32FrequencyKHz = 0;
+    MAPI_U8 m_u8SoundSystem = 0;
+    MAPI_U8 m_u8ColorSystem = 0;
+    MAPI_U8 m_u8ChannelTable = 0;
+    MAPI_U8 m_u8VideoSystem = 0;
+    MAPI_U8 m_s8AftOffset = 0;
+    MAPI_U32 m_nServiceNum = 0;
+    MAPI_U8 m_bManualTuning = 0;
+    MAPI_U8 m_bATVSearchReady = 0;
+    MAPI_U8 m_bATVSearchDown = 0;
+
+private:
+    // The up and down runs differ only in these.
+    struct AtvSearchWay;
+    void ATVTuningSearchRun(const AtvSearchWay& way);
+    // The page keys of the direction of the last scan-info event.
+    const char* AtvSaveCmd() const;
+
+public:
     // ---- Satellite tests -------------------------------------------------------------
     MAPI_BOOL OnEvent_FactoryDVBSManualTuningToggle(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_SatInfo(void* p1, void* p2, void* p3);
@@ -808,7 +834,18 @@ public:
     MAPI_BOOL OnTimer_FactoryDVBSManualTuningToggle(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_22KHzTone(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_DiSEqCSwitching(void* p1, void* p2, void* p3);
+    MAPI_BOOL DVBsLNBModeOnOff();
+    MAPI_BOOL On22kHzTone();
+    MAPI_BOOL OnDVBsSwitchDiSEqC_LNB1_LNB2();
 
+    MAPI_U8 m_bLNBPower = 0;
+    MAPI_U8 m_bDiSEqCPortB = 0;
+
+private:
+    // The satellite pages' hide timers are one family.
+    MAPI_BOOL HideSatellitePage(unsigned long timerId);
+
+public:
     // ---- Channel scan monitor --------------------------------------------------------
     MAPI_BOOL OnScanRecepient(void* p1, void* p2, void* p3);
     MAPI_BOOL OnEvent_DLTVSignalSetting(void* p1, void* p2, void* p3);
@@ -828,7 +865,14 @@ public:
     // ---- Program information overlay -------------------------------------------------
     MAPI_BOOL OnEvent_DirectCH(void* p1, void* p2, void* p3);
     MAPI_BOOL OnTimer_ProgramInfoIdle(void* p1, void* p2, void* p3);
+    void Updatechannelname();
+    unsigned char GenreType_Color_Setup(unsigned char genre);
 
+private:
+    // Whether the current digital route is a satellite one.
+    bool IsSatelliteRoute();
+
+public:
     // ---- PEQ editor ------------------------------------------------------------------
     MAPI_BOOL OnEvent_PEQ(void* p1, void* p2, void* p3);
     MAPI_BOOL UpdatePEQHighlight();

@@ -12,5 +12,6 @@ public:
     MAPI_BOOL AddEventRecipient(MEvtHandle* recipient);
 
     // The recipient receives none of the service's events any more.
+    // From now on the recipient receives none of the service's events.
     MAPI_BOOL RemoveEventRecipient(MEvtHandle* recipient);
 };

@@ -25,6 +25,8 @@ class MSrv_CIMMI;
 class MSrv_MHL;
 class MSrv_ActiveBacklight;
 
+class MSrv_ATV_Database;
+class MSrv_ChannelManager;
 
 class MSrv_Control {
 public:
@@ -66,4 +68,9 @@ public:
     MSrv_ActiveBacklight* GetMSrvActiveBacklight();
     // The DTV route being watched (an index into the TV information's routes).
     MAPI_U32 GetCurrentDtvRoute();
+    MSrv_ATV_Database* GetMSrvAtvDatabase();
+    MSrv_ChannelManager* GetMSrvChannelManager();
+    MAPI_BOOL SetATVManualTuneFinishChannel(unsigned char channel);
+    // The set's real-time clock, in seconds.
+    MAPI_U32 RTCGetCLK();
 };

@@ -27,4 +27,7 @@ public:
     // least the record's; fills the record, 0 when there is none.
     virtual MAPI_BOOL GetProgramInfo(MAPI_U8 serviceType, ST_DTV_PROGRAM_INFO* info);
     MAPI_BOOL ProgramSel(MAPI_U32 number, MAPI_U8 serviceType, MAPI_BOOL play, MAPI_BOOL keep);
+    MAPI_BOOL ManualScanFreq(unsigned long frequencyKHz);
+    MAPI_BOOL ChangeManualScanFreq(unsigned long frequencyKHz);
+    MAPI_BOOL StopScan();
 };

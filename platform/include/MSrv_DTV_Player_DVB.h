@@ -33,6 +33,24 @@ struct ST_DTV_RF_INFO {
 // Bits of the player's error status.
 enum { E_DVB_ERROR_LNB_SHORT_PROTECT = 0x01 };
 
+// The multiplex being received.
+struct _DVB_MUXINFO {
+    MAPI_U32 u32FrequencyKHz;
+    MAPI_U16 u16SymbolRate;
+    MAPI_U8 u8Polarity;  // bit 0: horizontal
+};
+
+// Present event of the programme being watched, as the EIT gives it.
+struct ST_EIT_PRESENT_INFO {
+    MAPI_U8 u8StartHour;
+    MAPI_U8 u8StartMinute;
+    MAPI_U8 u8EndHour;
+    MAPI_U8 u8EndMinute;
+    MAPI_U32 u32StartTime;  // seconds, on the real-time clock's scale
+    MAPI_U32 u32Duration;   // seconds
+    MAPI_U8 u8GenreClass;
+};
+
 class MSrv_DTV_Player_DVB : public MSrv_DTV_Player {
 public:
     // Version of the TV software as known to over-air download.
@@ -49,4 +67,7 @@ public:
     MAPI_BOOL GetCurrentRFInfo(ST_DTV_RF_INFO* info);
     MAPI_BOOL GetCurrentProgramRFInfo(ST_DTV_RF_INFO* info);
     MAPI_U32 GetErrorStatus();
+    MAPI_BOOL GetCurrentMuxInfo(_DVB_MUXINFO& mux);
+    // 1 when the present event's data is there.
+    MAPI_BOOL GetEITInfo(ST_EIT_PRESENT_INFO* present);
 };

@@ -22,4 +22,6 @@ public:
     MAPI_BOOL SetBalance(MAPI_U8 balance);
     // Digital audio output format: 0 PCM, 2 automatic.
     MAPI_BOOL SetSPDIFmode(MAPI_U8 mode);
+    // Sound mode of the analogue sound decoder (3, 4, 11 stereo; 7, 8, 10, 12, 13 dual).
+    MAPI_U8 GetSifSoundMode();
 };

@@ -12,13 +12,14 @@ struct ST_USER_SYSTEM_SETTING {
     MAPI_U8 bBlueScreen;
     MAPI_U8 u8EnergySaving;
     MAPI_U8 enSPDIFMODE;  // digital audio output format as last chosen
-    MAPI_U8 u8LNBPower;   // satellite LNB supply: 1 on
+    MAPI_U8 u8LNBPower;   // satellite switch: LNB supply on, and DiSEqC input B (one byte)
     MAPI_U8 u8LNBSystem;  // 0 none, 1 tone burst, 2 DiSEqC 2-way, 3 DiSEqC 4-way, 4 single cable
 };
 
 // The picture settings of one source; the picture mode selects its colour temperatures.
 struct ST_VIDEO {
     MAPI_U8 ePicture;  // the current picture mode
+    MAPI_U8 u8SatelliteSwitch;  // LNB supply on, and DiSEqC input B
 };
 
 struct ST_AUDIO_SETTING {
@@ -45,6 +46,8 @@ public:
                                                  MSrv_Picture::EN_MS_COLOR_TEMP colorTemp,
                                                  MAPI_INPUT_SOURCE_TYPE source,
                                                  MAPI_U8 pictureMode);
+    MAPI_U8 GetSystemCountry();
+    MAPI_BOOL GetEpgGenreColors(MAPI_U8 genre, MAPI_U32* colour);
 };
 
 class MSrv_System_Database_DVB : public MSrv_System_Database {

@@ -18,4 +18,6 @@ public:
     const char* GetQmapVersion(int type);
     // Whether the set has the advanced-sound option.
     MAPI_BOOL IsAudysseyEnable();
+    // 0 on a set without a satellite tuner.
+    MAPI_BOOL IsDVBSEnable();
 };

@@ -24,7 +24,7 @@ struct MModeState : Area {
     bool watchdog = true;
     // System database; a set whose database is not the DVB variant trips the assertion.
     bool dvbDatabase = true;
-    ST_USER_SYSTEM_SETTING user{};
+    ST_USER_SYSTEM_SETTING user{0, 0, 0, 0, 1, 0};  // the demo set's LNB supply is on
     ST_AUDIO_SETTING audio{20, 50};
     bool blueScreen = false;
     // Channel manager: the channel on screen, when there is one.

@@ -111,6 +111,7 @@ void Set::PostFactoryEvent(unsigned int id, uintptr_t p1, uintptr_t p2, uintptr_
 
 // A recipient registered twice still receives each event once, as on the set.
 void Set::AddRecipient(MSrv* service, MEvtHandle* recipient) {
+    // A recipient is on a service's list once, however often it asks.
     std::vector<MEvtHandle*>& list = m_recipients[service];
     if (std::find(list.begin(), list.end(), recipient) == list.end()) {
         list.push_back(recipient);
@@ -118,8 +119,11 @@ void Set::AddRecipient(MSrv* service, MEvtHandle* recipient) {
 }
 
 void Set::RemoveRecipient(MSrv* service, MEvtHandle* recipient) {
-    std::vector<MEvtHandle*>& list = m_recipients[service];
-    list.erase(std::remove(list.begin(), list.end(), recipient), list.end());
+    auto it = m_recipients.find(service);
+    if (it != m_recipients.end()) {
+        it->second.erase(std::remove(it->second.begin(), it->second.end(), recipient),
+                         it->second.end());
+    }
 }
 
 std::vector<MEvtHandle*> Set::Recipients(MSrv* service) const {

@@ -63,8 +63,8 @@ public:
     void Advance(uint64_t ms) { m_loop->Advance(ms); }
 
     void AddRecipient(MSrv* service, MEvtHandle* recipient);
-    std::vector<MEvtHandle*> Recipients(MSrv* service) const;
     void RemoveRecipient(MSrv* service, MEvtHandle* recipient);
+    std::vector<MEvtHandle*> Recipients(MSrv* service) const;
 
     // Records a platform call in the journal at the set's time.
     void RecordCall(const std::string& fn, const ArgList& args) {

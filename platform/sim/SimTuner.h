@@ -78,9 +78,7 @@ struct TunerState : Area {
     MAPI_U32 satCodeRate = 4;
     MAPI_U32 sat22kOn = 0;
     bool lnbShortProtect = false;
-    MAPI_U8 satelliteNo = 0;
     MAPI_U8 lnbNumber = 1;
-    MAPI_U16 transponderNo = 0;
     MAPI_U8 polarity = 0;  // 0 horizontal, 1 vertical
 };
 

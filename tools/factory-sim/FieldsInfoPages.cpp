@@ -271,8 +271,7 @@ std::vector<Field> InfoPageFields() {
         Number("sat-code-rate", "0 1/2, 1 1/3, 2 2/3, 3 1/4, 4 3/4 ... 11 9/10", &T::satCodeRate,
                255),
         Number("sat-22k", "1 22 kHz tone on (low band)", &T::sat22kOn, 1),
-        UserSettingByte("lnb-power", "LNB power: 1 on, 0 off", &ST_USER_SYSTEM_SETTING::u8LNBPower,
-                        255),
+
         UserSettingByte("lnb-system", "0 none, 1 tone burst, 2/3 DiSEqC 2/4-way, 4 single cable",
                         &ST_USER_SYSTEM_SETTING::u8LNBSystem, 255),
         Number("lnb-number", "LNB number of the current satellite", &T::lnbNumber, 255),

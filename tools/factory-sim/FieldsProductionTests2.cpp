@@ -116,37 +116,6 @@ Field DtvPrograms() {
         }};
 }
 
-// The type bytes of the four DTV routes, "1 32 0 0".
-Field RouteTypes() {
-    return {"tv-route-types", nullptr,
-            "the type byte of each of the four DTV routes (1 DVB-T, 32 DVB-T2, 2 cable, 4/64 "
-            "satellite, 0 none), e.g. \"1 32 0 0\"",
-            [](const std::string&, std::string& value) {
-                const auto& t = AreaOf<sim::TvRouteState>().routeTypes;
-                value = std::to_string(t[0]) + " " + std::to_string(t[1]) + " " +
-                        std::to_string(t[2]) + " " + std::to_string(t[3]);
-                return std::string();
-            },
-            [](const std::string&, const std::string& value) {
-                std::istringstream in(value);
-                std::array<MAPI_U8, 4> types{};
-                std::string word;
-                size_t n = 0;
-                while (in >> word) {
-                    const auto v = ParseNumber(word);
-                    if (n == 4 || !v || *v > 255) {
-                        return "four route type bytes (0-255) expected: " + value;
-                    }
-                    types[n++] = static_cast<MAPI_U8>(*v);
-                }
-                if (n != 4) {
-                    return "four route type bytes (0-255) expected: " + value;
-                }
-                AreaOf<sim::TvRouteState>().routeTypes = types;
-                return std::string();
-            }};
-}
-
 }  // namespace
 
 std::vector<Field> ProductionTest2Fields() {
@@ -168,7 +137,6 @@ std::vector<Field> ProductionTest2Fields() {
                &DtvTuningState::scanMs, 3600000),
         ScanResult(),
         DtvPrograms(),
-        RouteTypes(),
         Number("tv-route-on-dtv", "the route the player comes up on when DTV is selected",
                &sim::TvRouteState::routeOnDtv, 255),
     };
