@@ -179,8 +179,8 @@ int TvHost_ClockGettime(struct timespec* ts) {
 }
 
 const char* TvHost_WebSocketInterface() {
-    const std::string& address = Set::Instance().Config().listenAddress;
-    return address.empty() ? nullptr : address.c_str();
+    const std::string& iface = Set::Instance().ServerInterface();
+    return iface.empty() ? nullptr : iface.c_str();
 }
 
 int TvHost_WebSocketPort() { return Set::Instance().Config().port; }

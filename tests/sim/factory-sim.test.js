@@ -92,22 +92,25 @@ test("a failing line stops the script with its file and line number", async () =
   }
 });
 
-test("expect sees what the page was sent, once, since the previous expect", async () => {
+test("expect consumes notifications in order: each matches after the previous match", async () => {
   const script = [
     "set m-mode 1",
     "event FactoryMModeStart",
     "key panel-up",
     "key panel-function",
     "expect M-Mode-Key \"FUNCTION KEY\"",
+    "expect-none M-Mode-Key \"UP KEY\"",
     "key panel-down",
     "expect M-Mode-Key",
     "expect M-Mode-Key",
     "",
   ].join("\n");
   const r = await run(["--script", "e.fsim", "--trace", "e.jsonl"], { files: { "e.fsim": script } });
-  assert.notStrictEqual(r.status, 0);
-  assert.match(r.stdout, /seen M-Mode-Key = FUNCTION KEY/);
-  assert.match(r.stderr, /e\.fsim:8: expected M-Mode-Key, sent since the last expect: nothing/,
+  assert.strictEqual(r.status, 1);
+  assert.match(r.stdout, /seen M-Mode-Key = FUNCTION KEY\nno M-Mode-Key = UP KEY\n/,
+               "what came before a match is consumed with it");
+  assert.match(r.stdout, /seen M-Mode-Key = DOWN KEY/);
+  assert.match(r.stderr, /e\.fsim:9: expected M-Mode-Key, sent since the previous match: nothing/,
                "the last expect has nothing new to see");
   const notes = fs.readFileSync(path.join(r.work, "e.jsonl"), "utf8").trim().split("\n")
     .map((l) => JSON.parse(l)).filter((e) => e.kind === "notify").map((e) => e.data);
@@ -177,8 +180,8 @@ test("bad options and unreadable files end with a clear message and status 2", a
     [["--port"], /--port needs a value/],
     [["--port", "70000"], /not a port number/],
     [["--control-port=x"], /not a port number/],
-    [["--set", "missing.set"], /cannot read the set file missing.set/],
-    [["--script", "missing.fsim"], /cannot read the script/],
+    [["--set", "missing.set"], /--set missing.set: no such file/],
+    [["--script", "missing.fsim"], /--script missing.fsim: no such file/],
     [["--set", "bad.set"], /bad.set:3: unknown field: model/],
   ];
   for (const [args, message] of cases) {

@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <future>
@@ -7,6 +9,7 @@
 #include <thread>
 
 #include "FactoryManager.h"
+#include "MEvtHandle.h"
 #include "Names.h"
 #include "Notes.h"
 #include "SimSet.h"
@@ -55,7 +58,11 @@ std::string Hex(unsigned long value) {
     return buf;
 }
 
+std::atomic<bool> g_interrupted{false};
+
 }  // namespace
+
+void Commands::Interrupt() { g_interrupted = true; }
 
 Commands::Commands(const SetFields& fields, FactoryManager* manager)
     : m_fields(fields), m_manager(manager) {}
@@ -78,8 +85,12 @@ const std::vector<Commands::Command>& Commands::Table() {
          "prints the journal of platform calls and log lines (those containing text)",
          &Commands::Journal},
         {"expect", "expect <cmd> [data]",
-         "checks that the page was sent cmd (with data) since the previous expect",
+         "checks that the page was sent cmd (with data) after the previous expect's match;\n"
+         "      consumes it and what came before it (real time: waits for it)",
          &Commands::Expect},
+        {"expect-none", "expect-none <cmd> [data]",
+         "checks that nothing with cmd (and data) was sent after the previous match",
+         &Commands::ExpectNone},
         {"quit", "quit", "leaves factory-sim", &Commands::Quit},
     };
     return table;
@@ -194,7 +205,9 @@ std::string Commands::Event(const Words& w, const std::string&, std::string& out
         p[i - 2] = static_cast<uintptr_t>(*value);
     }
     Post(*id, p[0], p[1], p[2]);
-    out = "event " + EventLabel(*id) + " delivered";
+    // Message 24 is a timer tick: its handler is the timer's, named by p2.
+    out = *id == MEvtHandle::kTimerMessage ? TimerLabel(p[1]) + " delivered"
+                                           : "event " + EventLabel(*id) + " delivered";
     return "";
 }
 
@@ -261,7 +274,11 @@ std::string Commands::Wait(const Words& w, const std::string&, std::string& out)
     if (set.GetClock().Mode() == sim::TimeMode::Virtual) {
         OnEventThread([&] { set.Advance(*ms); });
     } else {
-        std::this_thread::sleep_for(std::chrono::milliseconds(*ms));
+        const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(*ms);
+        while (!g_interrupted && std::chrono::steady_clock::now() < until) {
+            std::this_thread::sleep_for(std::min<std::chrono::steady_clock::duration>(
+                std::chrono::milliseconds(20), until - std::chrono::steady_clock::now()));
+        }
     }
     out = "t = " + std::to_string(set.NowMs()) + " ms";
     return "";
@@ -280,26 +297,70 @@ std::string Commands::Journal(const Words&, const std::string& rest, std::string
     return "";
 }
 
+namespace {
+
+struct Expected {
+    std::string cmd;
+    bool anyData = true;
+    std::string data;
+    bool Matches(const Note& n) const { return n.cmd == cmd && (anyData || n.data == data); }
+    std::string Text() const { return cmd + (anyData ? "" : " = " + data); }
+};
+
+std::string Describe(const std::vector<Note>& notes) {
+    constexpr size_t kShown = 20;
+    std::string seen;
+    for (size_t i = 0; i < notes.size() && i < kShown; ++i) {
+        seen += (seen.empty() ? "" : ", ") + notes[i].cmd + "=" + notes[i].data;
+    }
+    if (notes.size() > kShown) {
+        seen += ", ... (" + std::to_string(notes.size() - kShown) + " more)";
+    }
+    return seen.empty() ? "nothing" : seen;
+}
+
+}  // namespace
+
 std::string Commands::Expect(const Words& w, const std::string& rest, std::string& out) {
     if (w.size() < 2) {
         return "usage: expect <cmd> [data]";
     }
-    const std::string cmd = w[1];
-    const bool anyData = w.size() == 2;
-    const std::string data = Unquote(After(rest, 1));
-    std::vector<Note> notes = Notes::TakeSinceLast();
-    for (const auto& n : notes) {
-        if (n.cmd == cmd && (anyData || n.data == data)) {
-            out = "seen " + cmd + " = " + n.data;
+    const Expected expected{w[1], w.size() == 2, Unquote(After(rest, 1))};
+    const bool realTime = sim::Set::Instance().GetClock().Mode() == sim::TimeMode::Real;
+    const auto deadline = std::chrono::steady_clock::now() +
+                          std::chrono::milliseconds(realTime ? m_expectTimeoutMs : 0);
+    for (;;) {
+        // A piece of work on the event thread ends with the page settled: every
+        // notification sent so far is queued.
+        OnEventThread([] {});
+        if (auto found = Notes::TakeFirst([&](const Note& n) { return expected.Matches(n); })) {
+            out = "seen " + found->cmd + " = " + found->data;
             return "";
         }
+        const auto now = std::chrono::steady_clock::now();
+        if (now >= deadline || g_interrupted) {
+            break;
+        }
+        Notes::WaitForNew(std::min(deadline, now + std::chrono::milliseconds(100)));
     }
-    std::string seen;
-    for (const auto& n : notes) {
-        seen += (seen.empty() ? "" : ", ") + n.cmd + "=" + n.data;
+    return "expected " + expected.Text() +
+           ", sent since the previous match: " + Describe(Notes::Pending());
+}
+
+std::string Commands::ExpectNone(const Words& w, const std::string& rest, std::string& out) {
+    if (w.size() < 2) {
+        return "usage: expect-none <cmd> [data]";
     }
-    return "expected " + cmd + (anyData ? "" : " = " + data) +
-           ", sent since the last expect: " + (seen.empty() ? "nothing" : seen);
+    const Expected unwanted{w[1], w.size() == 2, Unquote(After(rest, 1))};
+    OnEventThread([] {});
+    for (const auto& n : Notes::Pending()) {
+        if (unwanted.Matches(n)) {
+            return "expected no " + unwanted.Text() + ", but " + n.cmd + " = " + n.data +
+                   " was sent";
+        }
+    }
+    out = "no " + unwanted.Text();
+    return "";
 }
 
 std::string Commands::Quit(const Words&, const std::string&, std::string&) { return ""; }
