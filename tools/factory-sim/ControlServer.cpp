@@ -256,6 +256,7 @@ void ControlServer::Answer(int client) {
         const bool same = since != std::string::npos &&
                           std::strtoull(request.target.c_str() + since + 6, nullptr, 10) == version;
         const std::string tag = "X-Native-Version: " + std::to_string(version) + "\r\n";
+        // 204: nothing new. An empty 200: the layer is hidden now.
         if (version == 0 || same) {
             reply("204 No Content", allow, "image/png", tag, "");
         } else {

@@ -426,14 +426,22 @@ int main(int argc, char** argv) {
     if (status == 0) {
         Commands commands(fields, manager);
         commands.SetExpectTimeout(options.expectTimeoutMs);
+        // The page shows the native layer as the set's screen does: the picture while
+        // the window is visible, nothing while it is hidden.
         std::mutex nativeMutex;
         uint64_t nativeVersion = 0;
         std::string nativePng;
+        bool nativeVisible = false;
         const auto dumpNative = [&] {
-            if (DumpNative(output)) {
-                const std::string png = set.GetRoot().ReadFile(kNativeDump);
-                std::lock_guard<std::mutex> lock(nativeMutex);
-                nativePng = png;
+            const bool written = DumpNative(output);
+            bool visible = false;
+            Commands::OnEventThread([&] {
+                visible = sim::Set::Instance().Get<sim::DisplayState>().NativeOpacity() > 0;
+            });
+            std::lock_guard<std::mutex> lock(nativeMutex);
+            if (written || visible != nativeVisible) {
+                nativePng = visible ? set.GetRoot().ReadFile(kNativeDump) : std::string();
+                nativeVisible = visible;
                 ++nativeVersion;
             }
         };
