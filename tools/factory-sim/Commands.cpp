@@ -8,6 +8,7 @@
 #include <sstream>
 #include <thread>
 
+#include "EventHelp.h"
 #include "FactoryManager.h"
 #include "MEvtHandle.h"
 #include "Names.h"
@@ -69,10 +70,14 @@ Commands::Commands(const SetFields& fields, FactoryManager* manager)
 
 const std::vector<Commands::Command>& Commands::Table() {
     static const std::vector<Command> table = {
-        {"help", "help [command]", "lists the commands, or explains one", &Commands::Help},
+        {"help", "help [command]",
+         "lists the commands, or explains one; help event <id or name> says what its "
+         "parameters mean",
+         &Commands::Help},
         {"event", "event <id or name> [p1 [p2 [p3]]]",
          "posts a factory event (names: 'events'; ids decimal or 0x hex)", &Commands::Event},
-        {"events", "events", "lists the factory events by id and name", &Commands::EventList},
+        {"events", "events", "lists the factory events by id and name, marking unbuilt handlers",
+         &Commands::EventList},
         {"key", "key <name or code>",
          "passes a key to the factory key dispatcher (names: 'help key')", &Commands::Key},
         {"at", "at <request>", "sends an AT request of the serial fixture (names: 'help at')",
@@ -157,8 +162,10 @@ std::string Commands::Help(const Words& w, const std::string&, std::string& out)
             text << "  " << f.name << (f.arg ? std::string("[<") + f.arg + ">]" : "") << "\n      "
                  << f.help << "\n";
         }
-    } else if (w[1] == "event" || w[1] == "events") {
+    } else if ((w[1] == "event" || w[1] == "events") && w.size() == 2) {
         return EventList(w, "", out);
+    } else if (w[1] == "event") {
+        return EventHelpText(w[2], out);
     } else {
         for (const auto& c : Table()) {
             if (w[1] == c.name) {
@@ -176,9 +183,32 @@ std::string Commands::Help(const Words& w, const std::string&, std::string& out)
 std::string Commands::EventList(const Words&, const std::string&, std::string& out) {
     std::ostringstream text;
     for (const auto& e : Events()) {
-        text << e.id << " " << e.shortName << "\n";
+        text << e.id << " " << e.shortName << (HandlerBuilt(e.handler) ? "" : " (not built yet)")
+             << "\n";
     }
     out = text.str();
+    return "";
+}
+
+std::string Commands::EventHelpText(const std::string& word, std::string& out) {
+    const auto id = FindEvent(word);
+    if (!id) {
+        return "unknown event: " + word + " (try: events)";
+    }
+    const EventName* event = nullptr;
+    for (const auto& e : Events()) {
+        if (e.id == *id) {
+            event = &e;
+        }
+    }
+    if (event == nullptr) {
+        out = "event " + std::to_string(*id) + " has no handler: the framework's default answer\n";
+        return "";
+    }
+    const std::string params = ParameterHelp(*id);
+    out = "event " + std::to_string(*id) + " " + event->shortName + ", handler " + event->handler +
+          (HandlerBuilt(event->handler) ? "" : " (not built yet)") + "\n      " +
+          (params.empty() ? "reads no parameter" : params) + "\n";
     return "";
 }
 

@@ -58,6 +58,7 @@ private:
     std::string ExpectNone(const Words& w, const std::string& rest, std::string& out);
     std::string Quit(const Words& w, const std::string& rest, std::string& out);
 
+    std::string EventHelpText(const std::string& word, std::string& out);
     void Post(unsigned int id, uintptr_t p1, uintptr_t p2, uintptr_t p3);
 
     const SetFields& m_fields;

@@ -25,7 +25,7 @@ public:
 
     // onNote is called on whatever thread the page client runs; every note is also
     // queued for TakeFirst, at most `window` of them (the oldest go first).
-    static void Watch(std::function<void(const Note&)> onNote, size_t window = 100000);
+    static void Watch(std::function<void(const Note&)> onNote, size_t window = 20000);
     // The first queued note that matches: it and every note before it leave the
     // queue. None: the queue is left as it is.
     static std::optional<Note> TakeFirst(const Match& match);

@@ -432,14 +432,26 @@ int main(int argc, char** argv) {
         uint64_t nativeVersion = 0;
         std::string nativePng;
         bool nativeVisible = false;
-        const auto dumpNative = [&] {
-            const bool written = DumpNative(output);
+        // Reading the picture costs milliseconds: while the layer is visible it is read
+        // at most every tenth of a second (and once more at the end), so that a long
+        // script in M-mode is not slowed down by it.
+        std::chrono::steady_clock::time_point nativeRead{};
+        std::mutex dumpMutex;  // the poll thread and the command sources
+        const auto dumpNative = [&](bool force) {
+            std::lock_guard<std::mutex> dumping(dumpMutex);
             bool visible = false;
             Commands::OnEventThread([&] {
                 visible = sim::Set::Instance().Get<sim::DisplayState>().NativeOpacity() > 0;
             });
-            std::lock_guard<std::mutex> lock(nativeMutex);
+            const auto now = std::chrono::steady_clock::now();
+            if (!force && visible && visible == nativeVisible &&
+                now - nativeRead < std::chrono::milliseconds(100)) {
+                return;
+            }
+            nativeRead = now;
+            const bool written = DumpNative(output);
             if (written || visible != nativeVisible) {
+                std::lock_guard<std::mutex> lock(nativeMutex);
                 nativePng = visible ? set.GetRoot().ReadFile(kNativeDump) : std::string();
                 nativeVisible = visible;
                 ++nativeVersion;
@@ -448,7 +460,7 @@ int main(int argc, char** argv) {
         const Runner run = [&](const std::string& line) {
             const Outcome outcome = commands.Execute(line);
             output.Drain();
-            dumpNative();
+            dumpNative(false);
             return outcome;
         };
         output.Print("factory-sim: set root " + set.GetRoot().Folder().string() +
@@ -495,7 +507,7 @@ int main(int argc, char** argv) {
             poll = std::thread([&] {
                 while (!stopPoll) {
                     std::this_thread::sleep_for(std::chrono::milliseconds(250));
-                    dumpNative();
+                    dumpNative(true);
                 }
             });
         }
@@ -509,6 +521,7 @@ int main(int argc, char** argv) {
         if (poll.joinable()) {
             poll.join();
         }
+        dumpNative(true);
         // Whatever the set sent before the end reaches the page, the console and the
         // trace: one more piece of work on the event thread ends settled.
         Commands::OnEventThread([] {});
