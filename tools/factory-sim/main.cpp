@@ -133,6 +133,10 @@ int RunScript(const std::string& path, const std::string& text, const Runner& ru
             break;
         }
     }
+    if (g_stop) {
+        output.Error(path + ": stopped by a signal");
+        return 1;
+    }
     output.Print("factory-sim: script " + path + " passed");
     return 0;
 }
