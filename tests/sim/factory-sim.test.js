@@ -518,7 +518,7 @@ test("a slow client holds neither the endpoint nor the set", async () => {
     const started = Date.now();
     const answer = await fetch(live.controlUrl, { method: "POST", body: "get serial", headers: { "X-Factory-Control": "1" } });
     assert.strictEqual(await answer.text(), "serial = VQ2611A0004812\n");
-    assert.ok(Date.now() - started < 1000, "answered beside the slow client");
+    assert.ok(Date.now() - started < 2500, "answered beside the slow client, before its 3 s deadline");
     const closed = await new Promise((resolve) => { slow.on("close", () => resolve(true)); setTimeout(() => resolve(false), 6000); });
     assert.ok(closed, "the slow request was ended by its deadline");
   } finally {
