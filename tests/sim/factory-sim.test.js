@@ -576,3 +576,13 @@ test("events marks unbuilt handlers; help event says what the parameters mean", 
     "event 999 has no handler",
   ]) assert.ok(r.stdout.includes(text), text);
 });
+
+test("every example script passes", async () => {
+  const folder = process.env.FACTORY_SIM_EXAMPLES || path.join(__dirname, "..", "..", "examples");
+  const scripts = fs.readdirSync(folder).filter((f) => f.endsWith(".fsim"));
+  assert.ok(scripts.includes("volume.fsim"));
+  for (const name of scripts) {
+    const r = await run(["--script", path.join(folder, name)]);
+    assert.strictEqual(r.status, 0, name + ": " + r.stderr);
+  }
+});
