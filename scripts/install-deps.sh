@@ -1,12 +1,22 @@
 #!/usr/bin/env bash
-# Installs everything the build, the tests and factory-sim need: Debian packages
-# with apt-get, the browser-test packages with npm. Safe to run again.
+# Installs what the build and factory-sim need (Debian packages, with apt-get).
+#   scripts/install-deps.sh          build and factory-sim only; no network once installed
+#   scripts/install-deps.sh --tests  also what the tests need: node, npm, Chromium and
+#                                    the browser-test packages (npm ci)
+# Safe to run again.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
+tests=0
+case "${1:-}" in
+  "") ;;
+  --tests) tests=1 ;;
+  *) echo "usage: $0 [--tests]" >&2; exit 2 ;;
+esac
 
-packages=(cmake ninja-build g++ pkg-config git libgtest-dev libgmock-dev libbenchmark-dev
-  libwebsockets-dev libjson-c-dev libdirectfb-dev libdirectfb-extra fonts-dejavu-core
-  chromium nodejs npm tzdata)
+packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev
+  libwebsockets-dev libjson-c-dev libdirectfb-dev libdirectfb-extra fonts-dejavu-core)
+# tzdata: the time-zone tables are checked against the system's zone database.
+[ "$tests" -eq 1 ] && packages+=(chromium nodejs npm tzdata)
 
 missing=()
 for p in "${packages[@]}"; do
@@ -25,10 +35,10 @@ if [ "${#wanted[@]}" -gt 0 ]; then
   [ "$(id -u)" -ne 0 ] && sudo="sudo"
   echo "installing: ${wanted[*]}"
   $sudo apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${wanted[@]}" >/dev/null
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${wanted[@]}"
 fi
 
-if [ -f "$root/tests/browser/package.json" ]; then
-  (cd "$root/tests/browser" && { [ -f package-lock.json ] && npm ci --no-audit --no-fund --silent ||
-    npm install --no-audit --no-fund --silent; })
+# The browser tests' packages, only for the tests; npm says what went wrong if it fails.
+if [ "$tests" -eq 1 ] && [ ! -d "$root/tests/browser/node_modules/playwright-core" ]; then
+  (cd "$root/tests/browser" && npm ci --no-audit --no-fund)
 fi

@@ -15,7 +15,7 @@ while [ $# -gt 0 ]; do
   esac
 done
 
-"$root/scripts/install-deps.sh"
+"$root/scripts/install-deps.sh" --tests
 
 build="$root/build"
 [ -n "$sanitize" ] && build="$root/build-${sanitize//,/-}"

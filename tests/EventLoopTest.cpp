@@ -118,6 +118,32 @@ TEST_F(EventLoopTest, ADestroyedHandlerGetsNoMoreTicks) {
     EXPECT_TRUE(sim::Set::Instance().Loop().Timers().empty());
 }
 
+// factory-sim waits for the page after each piece of work, before the clock moves
+// on: the hook must run once per message and per tick, at that work's time, inside it.
+TEST_F(EventLoopTest, AfterEachPieceOfWorkTheHookRunsBeforeTheClockMovesOn) {
+    sim::EventLoop& loop = sim::Set::Instance().Loop();
+    std::vector<std::string> seen;
+    loop.SetOnTick([&](MEvtHandle* handler, unsigned long id) {
+        seen.push_back((handler == &rec ? "tick " : "stranger ") + std::to_string(id));
+    });
+    loop.SetAfterWork([&] {
+        seen.push_back("after @" + std::to_string(sim::Set::Instance().NowMs()) +
+                       (sim::EventLoop::InWork() ? "" : " outside"));
+    });
+    rec.SetTimer(300, 1, E_TIMER_REPEAT);
+    rec.SetTimer(500, 3, E_TIMER_ONESHOT);
+    Advance(700);
+    loop.Post(&rec, 100, nullptr, nullptr, nullptr);
+    EXPECT_FALSE(sim::EventLoop::InWork());
+    EXPECT_EQ(seen, (std::vector<std::string>{"tick 1", "after @300", "tick 3", "after @500",
+                                              "after @500", "tick 1", "after @600", "after @700"}));
+    EXPECT_EQ(rec.steps, (std::vector<std::string>{"tick", "tick done", "message", "message"}));
+    loop.SetAfterWork(nullptr);
+    loop.SetOnTick(nullptr);
+    Advance(300);
+    EXPECT_EQ(seen.size(), 8u);
+}
+
 TEST_F(EventLoopTest, AWaitInsideAHandlerMovesTheClockWithoutDelivering) {
     sim::Set::Instance().GetClock().Sleep(2'000'000'000ULL);
     EXPECT_EQ(sim::Set::Instance().NowMs(), 2000u);

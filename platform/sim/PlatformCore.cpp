@@ -151,7 +151,9 @@ MAPI_BOOL mapi_system::SystemCmd(const char* command) {
 }
 
 std::string TvHost_Path(const char* tvPath) {
-    return Set::Instance().GetRoot().Map(tvPath ? tvPath : "");
+    // A FIFO or a device where a file should be reads as a missing file: opening it
+    // could block the event thread.
+    return Set::Instance().GetRoot().MapForOpen(tvPath ? tvPath : "");
 }
 
 unsigned int TvHost_Sleep(unsigned int seconds) {
@@ -179,8 +181,8 @@ int TvHost_ClockGettime(struct timespec* ts) {
 }
 
 const char* TvHost_WebSocketInterface() {
-    const std::string& address = Set::Instance().Config().listenAddress;
-    return address.empty() ? nullptr : address.c_str();
+    const std::string& iface = Set::Instance().ServerInterface();
+    return iface.empty() ? nullptr : iface.c_str();
 }
 
 int TvHost_WebSocketPort() { return Set::Instance().Config().port; }

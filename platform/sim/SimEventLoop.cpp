@@ -5,6 +5,10 @@
 
 namespace sim {
 
+namespace {
+thread_local int t_inWork = 0;
+}  // namespace
+
 EventLoop::EventLoop(Clock& clock) : m_clock(clock), m_eventThread(std::this_thread::get_id()) {}
 
 EventLoop::~EventLoop() { Stop(); }
@@ -85,9 +89,42 @@ bool EventLoop::TakeNext(Work& work, uint64_t limitNs) {
         m_clock.SetNs(timer.dueNs);
     }
     MEvtHandle* handler = timer.handler;
-    void* id = reinterpret_cast<void*>(static_cast<uintptr_t>(timer.id));
-    work = [handler, id] { handler->OnEvent(MEvtHandle::kTimerMessage, nullptr, id, nullptr); };
+    const unsigned long timerId = timer.id;
+    auto onTick = m_onTick;
+    work = [handler, timerId, onTick] {
+        if (onTick) {
+            onTick(handler, timerId);
+        }
+        void* id = reinterpret_cast<void*>(static_cast<uintptr_t>(timerId));
+        handler->OnEvent(MEvtHandle::kTimerMessage, nullptr, id, nullptr);
+    };
     return true;
+}
+
+void EventLoop::SetAfterWork(std::function<void()> afterWork) {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_afterWork = std::move(afterWork);
+}
+
+void EventLoop::SetOnTick(std::function<void(MEvtHandle*, unsigned long)> onTick) {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_onTick = std::move(onTick);
+}
+
+bool EventLoop::InWork() { return t_inWork > 0; }
+
+void EventLoop::RunOne(Work& work) {
+    ++t_inWork;
+    work();
+    std::function<void()> afterWork;
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        afterWork = m_afterWork;
+    }
+    if (afterWork) {
+        afterWork();
+    }
+    --t_inWork;
 }
 
 void EventLoop::RunUntilIdle() {
@@ -100,7 +137,7 @@ void EventLoop::RunUntilIdle() {
     }
     Work work;
     while (TakeNext(work, m_clock.NowNs())) {
-        work();
+        RunOne(work);
     }
     std::lock_guard<std::mutex> lock(m_mutex);
     m_dispatching = false;
@@ -118,7 +155,7 @@ void EventLoop::Advance(uint64_t ms) {
     }
     Work work;
     while (TakeNext(work, target)) {
-        work();
+        RunOne(work);
     }
     m_clock.SetNs(target);
     std::lock_guard<std::mutex> lock(m_mutex);
@@ -156,7 +193,7 @@ void EventLoop::Run() {
     for (;;) {
         Work work;
         if (TakeNext(work, m_clock.NowNs())) {
-            work();
+            RunOne(work);
             continue;
         }
         std::unique_lock<std::mutex> lock(m_mutex);

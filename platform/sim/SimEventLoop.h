@@ -49,6 +49,14 @@ public:
     // Virtual time: moves the clock on by ms, delivering each tick at its time.
     void Advance(uint64_t ms);
 
+    // Called after each piece of work (a message, an invocation, a timer tick),
+    // before the clock may move on; factory-sim waits there for the page to have
+    // received everything sent so far. onTick is called before each tick.
+    void SetAfterWork(std::function<void()> afterWork);
+    void SetOnTick(std::function<void(MEvtHandle* handler, unsigned long id)> onTick);
+    // Whether the calling thread is inside a piece of work of an event loop.
+    static bool InWork();
+
     // Real time: the event thread.
     void Start();
     void Stop();
@@ -57,6 +65,7 @@ public:
 private:
     using Work = std::function<void()>;
     bool TakeNext(Work& work, uint64_t limitNs);
+    void RunOne(Work& work);
     void Run();
 
     Clock& m_clock;
@@ -68,6 +77,8 @@ private:
     bool m_stop = false;
     std::thread m_thread;
     std::thread::id m_eventThread;
+    std::function<void()> m_afterWork;
+    std::function<void(MEvtHandle*, unsigned long)> m_onTick;
 };
 
 }  // namespace sim

@@ -49,6 +49,10 @@ void Journal::Add(JournalEntry entry) {
     {
         std::lock_guard<std::mutex> lock(m_mutex);
         m_entries.push_back(entry);
+        // Trimmed in halves, so that a long run pays for it once per window.
+        if (m_window != 0 && m_entries.size() > 2 * m_window) {
+            m_entries.erase(m_entries.begin(), m_entries.end() - static_cast<long>(m_window));
+        }
         sink = m_sink;
     }
     if (sink) {
@@ -85,6 +89,11 @@ bool Journal::HasLog(const std::string& text) const {
 void Journal::Clear() {
     std::lock_guard<std::mutex> lock(m_mutex);
     m_entries.clear();
+}
+
+void Journal::SetWindow(size_t entries) {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_window = entries;
 }
 
 void Journal::SetSink(Sink sink) {

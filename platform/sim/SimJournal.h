@@ -66,12 +66,16 @@ public:
     void Clear();
     // Sees every entry as it is written (factory-sim's trace and console).
     void SetSink(Sink sink);
+    // Keeps only about the newest entries (factory-sim, whose trace holds them all);
+    // 0, the default, keeps everything.
+    void SetWindow(size_t entries);
 
 private:
     void Add(JournalEntry entry);
 
     mutable std::mutex m_mutex;
     std::vector<JournalEntry> m_entries;
+    size_t m_window = 0;
     Sink m_sink;
 };
 

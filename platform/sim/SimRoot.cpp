@@ -1,7 +1,15 @@
 #include "SimRoot.h"
 
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdlib>
-#include <fstream>
+#include <cstring>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
@@ -12,6 +20,90 @@
 namespace fs = std::filesystem;
 
 namespace sim {
+
+namespace {
+
+constexpr int kMaxLinkHops = 40;
+
+// A TV path as components relative to the root ("." and empty parts dropped; ".."
+// kept for the kernel, which stops it at the root).
+std::vector<std::string> Components(const std::string& path) {
+    std::vector<std::string> parts;
+    std::istringstream in(path);
+    for (std::string part; std::getline(in, part, '/');) {
+        if (!part.empty() && part != ".") {
+            parts.push_back(part);
+        }
+    }
+    return parts;
+}
+
+std::string Join(const std::vector<std::string>& parts, size_t count) {
+    std::string out;
+    for (size_t i = 0; i < count && i < parts.size(); ++i) {
+        out += (out.empty() ? "" : "/") + parts[i];
+    }
+    return out;
+}
+
+std::string FdPath(int fd) {
+    char buf[4096];
+    const std::string link = "/proc/self/fd/" + std::to_string(fd);
+    const ssize_t n = ::readlink(link.c_str(), buf, sizeof(buf) - 1);
+    return n > 0 ? std::string(buf, static_cast<size_t>(n)) : std::string();
+}
+
+class Fd {
+public:
+    explicit Fd(int fd) : m_fd(fd) {}
+    ~Fd() {
+        if (m_fd >= 0) {
+            ::close(m_fd);
+        }
+    }
+    Fd(const Fd&) = delete;
+    Fd& operator=(const Fd&) = delete;
+    int get() const { return m_fd; }
+    bool ok() const { return m_fd >= 0; }
+
+private:
+    int m_fd;
+};
+
+// Removes the entry name of the folder dirFd; a link is removed, never followed.
+bool RemoveAt(int dirFd, const std::string& name) {
+    struct stat st {};
+    if (::fstatat(dirFd, name.c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0) {
+        return errno == ENOENT;
+    }
+    if (!S_ISDIR(st.st_mode)) {
+        return ::unlinkat(dirFd, name.c_str(), 0) == 0;
+    }
+    const int sub = ::openat(dirFd, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (sub < 0) {
+        return false;
+    }
+    DIR* dir = ::fdopendir(sub);
+    if (dir == nullptr) {
+        ::close(sub);
+        return false;
+    }
+    bool ok = true;
+    std::vector<std::string> names;
+    while (dirent* entry = ::readdir(dir)) {
+        const std::string child = entry->d_name;
+        if (child != "." && child != "..") {
+            names.push_back(child);
+        }
+    }
+    for (const auto& child : names) {
+        ok = RemoveAt(::dirfd(dir), child) && ok;
+    }
+    ::closedir(dir);
+    return ::unlinkat(dirFd, name.c_str(), AT_REMOVEDIR) == 0 && ok;
+}
+
+}  // namespace
 
 Root::Root(const std::string& folder) {
     if (folder.empty()) {
@@ -25,87 +117,155 @@ Root::Root(const std::string& folder) {
         fs::create_directories(folder);
         m_folder = fs::canonical(folder);
     }
-    for (const char* dir : {"ciplus", "OAD", "Customer", "applications", "tmp"}) {
-        fs::create_directories(m_folder / dir);
+    m_rootFd = ::open(m_folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    if (m_rootFd < 0) {
+        throw std::runtime_error("cannot open the root folder " + m_folder.string());
+    }
+    for (const char* dir : {"/ciplus/", "/OAD/", "/Customer/", "/applications/", "/tmp/"}) {
+        MakeParents(dir, nullptr);
     }
     // The factory wrote the key files before the set left the line.
     InstallDemoKeyFiles(m_folder);
     InstallDemoProductionFiles(m_folder);
 }
 
-std::string Root::Map(const std::string& tvPath) const {
-    // Resolve "." and ".." within the set's own tree, so the result stays inside.
-    std::vector<std::string> parts;
-    std::istringstream in(tvPath);
-    std::string part;
-    while (std::getline(in, part, '/')) {
-        if (part.empty() || part == ".") {
-            continue;
-        }
-        if (part == "..") {
-            if (!parts.empty()) {
-                parts.pop_back();
-            }
-            continue;
-        }
-        parts.push_back(part);
+Root::~Root() {
+    if (m_rootFd >= 0) {
+        ::close(m_rootFd);
     }
-    fs::path out = m_folder;
-    for (const auto& p : parts) {
-        out /= p;
-        if (LeavesRoot(out)) {
-            // A link in a user's root that points elsewhere: the path maps to a
-            // place that does not exist, so every open and write through it fails.
-            return (m_folder / ".outside-root" / p).string();
-        }
-    }
-    std::string text = out.string();
-    if (!tvPath.empty() && tvPath.back() == '/' && !parts.empty()) {
-        text += '/';
-    }
-    return text;
 }
 
-bool Root::LeavesRoot(const fs::path& hostPath) const {
-    std::error_code ec;
-    fs::path target = hostPath;
-    // Follow the chain by hand: a dangling link still points somewhere.
-    for (int hops = 0; fs::is_symlink(target, ec); ++hops) {
-        const fs::path next = fs::read_symlink(target, ec);
-        if (ec || hops == 40) {
-            return true;
-        }
-        target = next.is_relative() ? target.parent_path() / next : next;
-        target = fs::weakly_canonical(target, ec);
-        if (ec) {
-            return true;
+int Root::Open(const std::string& tvPath, int flags, mode_t mode) const {
+    open_how how{};
+    how.flags = static_cast<uint64_t>(flags | O_CLOEXEC);
+    how.mode = (flags & O_CREAT) != 0 ? mode : 0;
+    how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
+    std::string relative = Join(Components(tvPath), SIZE_MAX);
+    if (relative.empty()) {
+        relative = ".";
+    }
+    const long fd = ::syscall(SYS_openat2, m_rootFd, relative.c_str(), &how, sizeof(how));
+    return fd < 0 ? -errno : static_cast<int>(fd);
+}
+
+std::string Root::Resolve(const std::string& relative, int depth) const {
+    const std::vector<std::string> parts = Components(relative);
+    if (parts.empty()) {
+        return m_folder.string();
+    }
+    {
+        const Fd fd(Open(relative, O_PATH));
+        if (fd.ok()) {
+            const std::string host = FdPath(fd.get());
+            if (!host.empty()) {
+                return host;
+            }
         }
     }
-    if (target == hostPath) {
+    // Missing: the nearest existing folder above, then the rest as named. A
+    // dangling link as the last part leads where it points, inside the root.
+    const std::string parent = Join(parts, parts.size() - 1);
+    const std::string& name = parts.back();
+    const std::string parentHost = Resolve(parent, depth);
+    if (name == "..") {
+        return parentHost == m_folder.string() ? parentHost
+                                               : fs::path(parentHost).parent_path().string();
+    }
+    const Fd dir(Open(parent, O_PATH | O_DIRECTORY));
+    if (dir.ok() && depth < kMaxLinkHops) {
+        char target[4096];
+        const ssize_t n = ::readlinkat(dir.get(), name.c_str(), target, sizeof(target) - 1);
+        if (n > 0) {
+            const std::string to(target, static_cast<size_t>(n));
+            return Resolve(to[0] == '/' ? to : parent + "/" + to, depth + 1);
+        }
+    }
+    return parentHost + "/" + name;
+}
+
+std::string Root::Map(const std::string& tvPath) const {
+    std::string host = Resolve(tvPath, 0);
+    if (!tvPath.empty() && tvPath.back() == '/' && host != m_folder.string()) {
+        host += '/';
+    }
+    return host;
+}
+
+std::string Root::MapForOpen(const std::string& tvPath) const {
+    const Fd fd(Open(tvPath, O_PATH));
+    struct stat st {};
+    if (fd.ok() && ::fstat(fd.get(), &st) == 0 && !S_ISREG(st.st_mode) && !S_ISDIR(st.st_mode)) {
+        return "";
+    }
+    return Map(tvPath);
+}
+
+bool Root::MakeParents(const std::string& tvPath, std::string* error) const {
+    const std::vector<std::string> parts = Components(tvPath);
+    const bool wholeIsFolder = !tvPath.empty() && tvPath.back() == '/';
+    const size_t folders = wholeIsFolder ? parts.size() : (parts.empty() ? 0 : parts.size() - 1);
+    for (size_t i = 1; i <= folders; ++i) {
+        const std::string prefix = Join(parts, i);
+        const Fd existing(Open(prefix, O_PATH | O_DIRECTORY));
+        if (existing.ok()) {
+            continue;
+        }
+        const Fd parent(Open(Join(parts, i - 1), O_PATH | O_DIRECTORY));
+        if (!parent.ok() ||
+            (::mkdirat(parent.get(), parts[i - 1].c_str(), 0755) != 0 && errno != EEXIST)) {
+            if (error != nullptr) {
+                *error = "cannot make the folder /" + prefix + ": " + std::strerror(errno);
+            }
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Root::WriteFile(const std::string& tvPath, const std::string& bytes,
+                     std::string* error) const {
+    std::string reason;
+    if (!MakeParents(tvPath, &reason)) {
+        if (error != nullptr) {
+            *error = reason;
+        }
         return false;
     }
-    const fs::path rel = target.lexically_relative(m_folder);
-    return rel.empty() || *rel.begin() == "..";
-}
-
-void Root::WriteFile(const std::string& tvPath, const std::string& bytes) const {
-    const fs::path host = Map(tvPath);
-    fs::create_directories(host.parent_path());
-    std::ofstream out(host, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    // O_NONBLOCK: a FIFO in the way fails at once (ENXIO) instead of blocking.
+    const Fd fd(Open(tvPath, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK, 0644));
+    struct stat st {};
+    bool ok = fd.ok() && ::fstat(fd.get(), &st) == 0 && S_ISREG(st.st_mode);
+    int cause = fd.ok() ? (ok ? 0 : EINVAL) : -fd.get();
+    for (size_t done = 0; ok && done < bytes.size();) {
+        const ssize_t n = ::write(fd.get(), bytes.data() + done, bytes.size() - done);
+        if (n <= 0) {
+            ok = false;
+            cause = errno;
+            break;
+        }
+        done += static_cast<size_t>(n);
+    }
+    if (!ok && error != nullptr) {
+        *error = "cannot write " + tvPath + ": " + std::strerror(cause);
+    }
+    return ok;
 }
 
 std::string Root::ReadFile(const std::string& tvPath) const {
-    std::ifstream in(Map(tvPath), std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
+    const Fd fd(Open(tvPath, O_RDONLY | O_NONBLOCK));
+    struct stat st {};
+    if (!fd.ok() || ::fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode)) {
+        return "";
+    }
+    std::string out;
+    char buf[65536];
+    for (ssize_t n; (n = ::read(fd.get(), buf, sizeof(buf))) > 0;) {
+        out.append(buf, static_cast<size_t>(n));
+    }
+    return out;
 }
 
-bool Root::Exists(const std::string& tvPath) const {
-    std::error_code ec;
-    return fs::exists(Map(tvPath), ec);
-}
+bool Root::Exists(const std::string& tvPath) const { return Fd(Open(tvPath, O_PATH)).ok(); }
 
 namespace {
 std::vector<std::string> Words(const std::string& line) {
@@ -118,6 +278,81 @@ std::vector<std::string> Words(const std::string& line) {
     return words;
 }
 }  // namespace
+
+// Removes the entry a TV path names inside its folder: a link goes, its target stays.
+bool Root::RemovePath(const std::string& tvPath, bool recursive, bool force) const {
+    const std::vector<std::string> parts = Components(tvPath);
+    if (parts.empty() || parts.back() == "..") {
+        return false;  // never the root itself
+    }
+    const Fd dir(Open(Join(parts, parts.size() - 1), O_PATH | O_DIRECTORY));
+    struct stat st {};
+    if (!dir.ok() || ::fstatat(dir.get(), parts.back().c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0) {
+        return force;
+    }
+    if (S_ISDIR(st.st_mode) && !recursive) {
+        return force;  // rm -f leaves folders alone; plain rm refuses them
+    }
+    // unlinkat needs a real descriptor of the folder, not an O_PATH one.
+    const Fd real(Open(Join(parts, parts.size() - 1), O_RDONLY | O_DIRECTORY));
+    return real.ok() && RemoveAt(real.get(), parts.back());
+}
+
+bool Root::RemoveContents(const std::string& tvPath) const {
+    const Fd dir(Open(tvPath, O_RDONLY | O_DIRECTORY));
+    if (!dir.ok()) {
+        return true;  // rm -rf of a missing folder's contents does nothing, successfully
+    }
+    DIR* list = ::fdopendir(::dup(dir.get()));
+    if (list == nullptr) {
+        return false;
+    }
+    std::vector<std::string> names;
+    while (dirent* entry = ::readdir(list)) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..") {
+            names.push_back(name);
+        }
+    }
+    ::closedir(list);
+    bool ok = true;
+    for (const auto& name : names) {
+        ok = RemoveAt(dir.get(), name) && ok;
+    }
+    return ok;
+}
+
+bool Root::Touch(const std::string& tvPath) const {
+    if (!MakeParents(tvPath, nullptr)) {
+        return false;
+    }
+    const Fd fd(Open(tvPath, O_WRONLY | O_CREAT | O_NONBLOCK, 0644));
+    return fd.ok() || Exists(tvPath);
+}
+
+bool Root::Copy(const std::string& from, const std::string& to) const {
+    const Fd in(Open(from, O_RDONLY | O_NONBLOCK));
+    struct stat st {};
+    if (!in.ok() || ::fstat(in.get(), &st) != 0 || !S_ISREG(st.st_mode)) {
+        return false;
+    }
+    const Fd out(Open(to, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK, 0644));
+    struct stat outSt {};
+    if (!out.ok() || ::fstat(out.get(), &outSt) != 0 || !S_ISREG(outSt.st_mode)) {
+        return false;
+    }
+    char buf[65536];
+    for (ssize_t n; (n = ::read(in.get(), buf, sizeof(buf))) > 0;) {
+        for (ssize_t done = 0; done < n;) {
+            const ssize_t w = ::write(out.get(), buf + done, static_cast<size_t>(n - done));
+            if (w <= 0) {
+                return false;
+            }
+            done += w;
+        }
+    }
+    return true;
+}
 
 // chmod [-R] [-f] MODE PATH, options before or after the mode as GNU chmod takes them.
 bool Root::Chmod(const std::vector<std::string>& w) const {
@@ -136,35 +371,59 @@ bool Root::Chmod(const std::vector<std::string>& w) const {
             operands.push_back(w[i]);
         }
     }
-    std::error_code ec;
     if (operands.size() != 2) {
         return false;
     }
     char* end = nullptr;
-    const long mode = std::strtol(operands[0].c_str(), &end, 8);
-    const fs::path target = Map(operands[1]);
-    if (end == nullptr || *end != '\0' || !fs::exists(target, ec)) {
+    const long parsed = std::strtol(operands[0].c_str(), &end, 8);
+    if (end == nullptr || *end != '\0' || operands[0].empty()) {
         return false;
     }
-    const fs::perms perms = static_cast<fs::perms>(mode) & fs::perms::mask;
-    // A link may point out of the root; the set's files are changed, links are not followed.
-    const auto change = [perms](const fs::path& p, std::error_code& err) {
-        if (!fs::is_symlink(fs::symlink_status(p, err))) {
-            fs::permissions(p, perms, err);
-        }
-    };
-    change(target, ec);
-    if (recursive && !ec && fs::is_directory(fs::symlink_status(target, ec))) {
-        for (const auto& entry : fs::recursive_directory_iterator(target, ec)) {
-            change(entry.path(), ec);
-        }
+    const mode_t mode = static_cast<mode_t>(parsed) & 07777;
+    const Fd target(Open(operands[1], O_PATH));
+    if (!target.ok()) {
+        return false;
     }
-    return !ec;
+    // An O_PATH descriptor is changed through its /proc name; links below a folder
+    // are left alone, as chmod -R does.
+    const auto change = [mode](int fd) {
+        return ::chmod(("/proc/self/fd/" + std::to_string(fd)).c_str(), mode) == 0;
+    };
+    struct stat st {};
+    bool ok = change(target.get()) && ::fstat(target.get(), &st) == 0;
+    if (!ok || !recursive || !S_ISDIR(st.st_mode)) {
+        return ok;
+    }
+    std::vector<std::string> pending = {operands[1]};
+    while (!pending.empty()) {
+        const std::string folder = pending.back();
+        pending.pop_back();
+        const Fd dir(Open(folder, O_RDONLY | O_DIRECTORY));
+        DIR* list = dir.ok() ? ::fdopendir(::dup(dir.get())) : nullptr;
+        if (list == nullptr) {
+            return false;
+        }
+        while (dirent* entry = ::readdir(list)) {
+            const std::string name = entry->d_name;
+            struct stat child {};
+            if (name == "." || name == ".." ||
+                ::fstatat(dir.get(), name.c_str(), &child, AT_SYMLINK_NOFOLLOW) != 0 ||
+                S_ISLNK(child.st_mode)) {
+                continue;
+            }
+            const Fd fd(::openat(dir.get(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+            ok = fd.ok() && change(fd.get()) && ok;
+            if (S_ISDIR(child.st_mode)) {
+                pending.push_back(folder + "/" + name);
+            }
+        }
+        ::closedir(list);
+    }
+    return ok;
 }
 
 bool Root::RunCommand(const std::string& line) const {
     const std::vector<std::string> w = Words(line);
-    std::error_code ec;
     if (w.empty()) {
         return false;
     }
@@ -172,60 +431,44 @@ bool Root::RunCommand(const std::string& line) const {
         return true;
     }
     if (w[0] == "rm" && w.size() >= 3 && (w[1] == "-f" || w[1] == "-rf")) {
+        const bool recursive = w[1] == "-rf";
+        bool ok = true;
         for (size_t i = 2; i < w.size(); ++i) {
             const std::string& target = w[i];
             const bool contents =
                 target.size() >= 2 && target.compare(target.size() - 2, 2, "/*") == 0;
-            if (contents) {
-                if (w[1] != "-rf") {
-                    return false;
-                }
-                const fs::path dir = Map(target.substr(0, target.size() - 2));
-                if (fs::is_directory(dir, ec)) {
-                    for (const auto& entry : fs::directory_iterator(dir, ec)) {
-                        fs::remove_all(entry.path(), ec);
-                    }
-                }
+            if (contents && recursive) {
+                ok = RemoveContents(target.substr(0, target.size() - 2)) && ok;
             } else if (target.find('*') != std::string::npos) {
                 return false;
-            } else if (w[1] == "-rf") {
-                fs::remove_all(Map(target), ec);
-            } else if (!fs::is_directory(Map(target), ec)) {
-                fs::remove(Map(target), ec);
+            } else {
+                ok = RemovePath(target, recursive, true) && ok;
             }
         }
-        return true;
+        return ok;
     }
     if (w[0] == "rm" && w.size() >= 2 && w[1][0] != '-') {
-        // Plain rm: files only, and a missing one is an error, as on the set.
+        // Plain rm: files and links only, and a missing one is an error, as on the set.
         bool all = true;
         for (size_t i = 1; i < w.size(); ++i) {
-            const fs::path p = Map(w[i]);
-            const fs::file_status st = fs::symlink_status(p, ec);
-            if (w[i].find('*') != std::string::npos || !fs::exists(st) || fs::is_directory(st)) {
-                all = false;
-                continue;
-            }
-            fs::remove(p, ec);
+            const bool removed =
+                w[i].find('*') == std::string::npos && RemovePath(w[i], false, false);
+            all = removed && all;
         }
         return all;
     }
     if (w[0] == "touch" && w.size() >= 2) {
+        bool ok = true;
         for (size_t i = 1; i < w.size(); ++i) {
-            const fs::path p = Map(w[i]);
-            if (!fs::exists(p, ec)) {
-                fs::create_directories(p.parent_path(), ec);
-                std::ofstream touch(p, std::ios::app);
-            }
+            ok = Touch(w[i]) && ok;
         }
-        return true;
+        return ok;
     }
     if (w[0] == "chmod") {
         return Chmod(w);
     }
     if (w[0] == "cp" && w.size() == 3) {
-        fs::copy_file(Map(w[1]), Map(w[2]), fs::copy_options::overwrite_existing, ec);
-        return !ec;
+        return Copy(w[1], w[2]);
     }
     return false;
 }

@@ -1,11 +1,13 @@
 #include "SimSet.h"
 
 #include <arpa/inet.h>
+#include <ifaddrs.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <set>
 
 #include "FactoryManager.h"
 #include "MSrv_Control.h"
@@ -36,6 +38,49 @@ int PickFreeLoopbackPort() {
 }
 }  // namespace
 
+std::string ListenInterface(const std::string& address, std::string& error) {
+    error.clear();
+    if (address.empty() || address == "0.0.0.0" || address == "::") {
+        return "";
+    }
+    in_addr v4{};
+    in6_addr v6{};
+    if (inet_pton(AF_INET6, address.c_str(), &v6) == 1) {
+        return address;
+    }
+    if (inet_pton(AF_INET, address.c_str(), &v4) != 1) {
+        error = "not an IP address: " + address;
+        return address;
+    }
+    ifaddrs* list = nullptr;
+    if (getifaddrs(&list) != 0) {
+        error = "cannot list the network interfaces";
+        return address;
+    }
+    std::string name;
+    std::set<std::string> seen;  // interfaces whose first IPv4 address was passed
+    for (ifaddrs* a = list; a != nullptr; a = a->ifa_next) {
+        if (a->ifa_addr == nullptr || a->ifa_addr->sa_family != AF_INET || a->ifa_name == nullptr) {
+            continue;
+        }
+        const bool first = seen.insert(a->ifa_name).second;
+        if (reinterpret_cast<sockaddr_in*>(a->ifa_addr)->sin_addr.s_addr == v4.s_addr) {
+            name = a->ifa_name;
+            if (!first) {
+                error = address + " is not the first IPv4 address of " + name +
+                        ", which the server cannot listen on alone";
+            }
+            break;
+        }
+    }
+    freeifaddrs(list);
+    if (name.empty()) {
+        error = "no interface has the address " + address;
+        return address;
+    }
+    return name;
+}
+
 Set& Set::Instance() {
     static Set set;
     return set;
@@ -57,6 +102,8 @@ void Set::DestroyManager() {
 void Set::Reset(const Options& options) {
     Shutdown();
     m_options = options;
+    std::string listenError;
+    m_serverInterface = ListenInterface(options.listenAddress, listenError);
     if (m_options.port == 0) {
         m_options.port = PickFreeLoopbackPort();
     }

@@ -28,6 +28,15 @@ struct Options {
     int port = 7233;                          // 0: a free loopback port, chosen at Reset
 };
 
+// How to make Debian's libwebsockets (built with IPv6) listen on one address only:
+// it reads an IPv4 address given as its interface into the wrong half of an IPv6
+// socket address and listens everywhere, but an interface *name* binds the
+// IPv4-mapped form of that interface's first IPv4 address. So an IPv4 address is
+// handed over as the name of the interface that has it first; IPv6 addresses go as
+// they are; "" and 0.0.0.0 mean every interface. The error is set when the address
+// cannot be listened on alone.
+std::string ListenInterface(const std::string& address, std::string& error);
+
 // One piece of simulated state (the factory store, the web-application manager,
 // the display...). Each lives in its own file, is made on first use and is
 // dropped when the set is reset.
@@ -47,6 +56,9 @@ public:
     void Shutdown();
 
     const Options& Config() const { return m_options; }
+    // What the library's server is told to bind to (empty: every interface). See
+    // ListenInterface below.
+    const std::string& ServerInterface() const { return m_serverInterface; }
     Clock& GetClock() { return *m_clock; }
     EventLoop& Loop() { return *m_loop; }
     Journal& GetJournal() { return m_journal; }
@@ -87,6 +99,7 @@ private:
     void DestroyManager();
 
     Options m_options;
+    std::string m_serverInterface;
     std::unique_ptr<Clock> m_clock;
     std::unique_ptr<EventLoop> m_loop;
     std::unique_ptr<Root> m_root;

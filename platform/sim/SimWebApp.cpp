@@ -6,7 +6,9 @@
 
 #include <chrono>
 #include <cstring>
+#include <thread>
 
+#include "FactoryManager.h"
 #include "IServiceManager.h"
 #include "SimPageClient.h"
 #include "SimSet.h"
@@ -59,6 +61,10 @@ void WebAppState::OnText(const std::string& text) {
     {
         std::lock_guard<std::mutex> lock(m_noteMutex);
         m_notes.push_back(note);
+        // Trimmed in halves, so that a long run pays for it once per window.
+        if (m_noteWindow != 0 && m_notes.size() > 2 * m_noteWindow) {
+            m_notes.erase(m_notes.begin(), m_notes.end() - static_cast<long>(m_noteWindow));
+        }
         callback = m_onNote;
     }
     if (callback) {
@@ -66,13 +72,18 @@ void WebAppState::OnText(const std::string& text) {
     }
 }
 
+bool WebAppState::Settle() {
+    std::lock_guard<std::mutex> lock(m_pageMutex);
+    return m_client && m_client->Settle(std::chrono::milliseconds(pageTimeoutMs));
+}
+
+void WebAppState::SetNoteWindow(size_t notes) {
+    std::lock_guard<std::mutex> lock(m_noteMutex);
+    m_noteWindow = notes;
+}
+
 std::vector<UiNote> WebAppState::Notes() {
-    {
-        std::lock_guard<std::mutex> lock(m_pageMutex);
-        if (m_client) {
-            m_client->Settle(std::chrono::milliseconds(pageTimeoutMs));
-        }
-    }
+    Settle();
     std::lock_guard<std::mutex> lock(m_noteMutex);
     return m_notes;
 }
@@ -125,6 +136,15 @@ void WebAppState::Load(const std::string& url, int index) {
         return;
     }
     ClosePage();
+    // The page belongs to this set's server: while it is not up (its port may be
+    // another program's), the page does not connect at all.
+    const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(pageTimeoutMs);
+    while (FactoryManager::m_stContext.load() == nullptr) {
+        if (std::chrono::steady_clock::now() >= until) {
+            return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
     if (!m_client) {
         const Options& options = Set::Instance().Config();
         m_client = std::make_unique<PageClient>(options.listenAddress, options.port, kUiProtocol,

@@ -42,6 +42,11 @@ struct WebAppState : Area {
     // factory-sim's trace and console see each note as it arrives (called on the
     // page client's thread).
     void SetOnNote(std::function<void(const UiNote&)> callback);
+    // Waits until the page has received every notification sent so far (the
+    // "connect" echo is the barrier). False when no page is connected or it timed out.
+    bool Settle();
+    // Keeps only the newest notes, for a host that runs for days; 0 keeps them all.
+    void SetNoteWindow(size_t notes);
 
     // The page at an index ("" when none) and whether it is hidden.
     std::string PageAt(int index) const;
@@ -66,6 +71,7 @@ private:
 
     std::mutex m_noteMutex;
     std::vector<UiNote> m_notes;
+    size_t m_noteWindow = 0;
     std::function<void(const UiNote&)> m_onNote;
 };
 

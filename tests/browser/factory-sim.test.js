@@ -13,8 +13,9 @@ before(async () => {
   chrome = await launchBrowser();
   sim = await startFactorySim();
   page = await chrome.newPage();
-  // The library's own HTTP server hands out the page factory-sim put in the root.
-  await page.goto("http://127.0.0.1:" + sim.port + "/?control=" + sim.controlPort);
+  // The library's own HTTP server hands out the page factory-sim put in the root,
+  // which names the control endpoint whatever its port.
+  await page.goto("http://127.0.0.1:" + sim.port + "/");
   await page.locator("#ctl-state", { hasText: "control online" }).waitFor();
 });
 

@@ -145,6 +145,7 @@ async function startFactorySim(extraArgs = []) {
   if (!binary) throw new Error("FACTORY_SIM is not set");
   const port = await freePort();
   const controlPort = await freePort();
+  // An empty folder of our own: factory-sim takes it as the set's root.
   const root = fs.mkdtempSync(path.join(os.tmpdir(), "factory-sim-root-"));
   const child = spawn(binary, ["--real-time", "--root", root, "--port", String(port),
                                "--control-port", String(controlPort), ...extraArgs],
@@ -159,8 +160,10 @@ async function startFactorySim(extraArgs = []) {
     port, controlPort, root, child,
     output: () => stdout,
     errors: () => stderr,
+    // As a line-station tool on this host would: no Origin, the endpoint's header.
     async control(line) {
-      const answer = await fetch("http://127.0.0.1:" + controlPort + "/", { method: "POST", body: line });
+      const answer = await fetch("http://127.0.0.1:" + controlPort + "/",
+                                 { method: "POST", body: line, headers: { "X-Factory-Control": "1" } });
       return { ok: answer.ok, text: await answer.text() };
     },
     async stop() {

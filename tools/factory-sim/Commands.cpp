@@ -1,12 +1,16 @@
 #include "Commands.h"
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <future>
 #include <sstream>
 #include <thread>
 
+#include "EventHelp.h"
 #include "FactoryManager.h"
+#include "MEvtHandle.h"
 #include "Names.h"
 #include "Notes.h"
 #include "SimSet.h"
@@ -55,17 +59,25 @@ std::string Hex(unsigned long value) {
     return buf;
 }
 
+std::atomic<bool> g_interrupted{false};
+
 }  // namespace
+
+void Commands::Interrupt() { g_interrupted = true; }
 
 Commands::Commands(const SetFields& fields, FactoryManager* manager)
     : m_fields(fields), m_manager(manager) {}
 
 const std::vector<Commands::Command>& Commands::Table() {
     static const std::vector<Command> table = {
-        {"help", "help [command]", "lists the commands, or explains one", &Commands::Help},
+        {"help", "help [command]",
+         "lists the commands, or explains one; help event <id or name> says what its "
+         "parameters mean",
+         &Commands::Help},
         {"event", "event <id or name> [p1 [p2 [p3]]]",
          "posts a factory event (names: 'events'; ids decimal or 0x hex)", &Commands::Event},
-        {"events", "events", "lists the factory events by id and name", &Commands::EventList},
+        {"events", "events", "lists the factory events by id and name, marking unbuilt handlers",
+         &Commands::EventList},
         {"key", "key <name or code>",
          "passes a key to the factory key dispatcher (names: 'help key')", &Commands::Key},
         {"at", "at <request>", "sends an AT request of the serial fixture (names: 'help at')",
@@ -78,12 +90,16 @@ const std::vector<Commands::Command>& Commands::Table() {
          "prints the journal of platform calls and log lines (those containing text)",
          &Commands::Journal},
         {"expect", "expect <cmd> [data]",
-         "checks that the page was sent cmd (with data) since the previous expect",
+         "checks that the page was sent cmd (with data) after the previous expect's match;\n"
+         "      consumes it and what came before it (real time: waits for it)",
          &Commands::Expect},
         {"service", "service <command> [address]",
          "a service command, event 200 (step-up, step-down, step-up4, step-down4, e-d-mode, "
          "s-mode, rdrv, bdrv, read-bdrv, read-rdrv, show)",
          &Commands::Service},
+        {"expect-none", "expect-none <cmd> [data]",
+         "checks that nothing with cmd (and data) was sent after the previous match",
+         &Commands::ExpectNone},
         {"quit", "quit", "leaves factory-sim", &Commands::Quit},
     };
     return table;
@@ -150,8 +166,10 @@ std::string Commands::Help(const Words& w, const std::string&, std::string& out)
             text << "  " << f.name << (f.arg ? std::string("[<") + f.arg + ">]" : "") << "\n      "
                  << f.help << "\n";
         }
-    } else if (w[1] == "event" || w[1] == "events") {
+    } else if ((w[1] == "event" || w[1] == "events") && w.size() == 2) {
         return EventList(w, "", out);
+    } else if (w[1] == "event") {
+        return EventHelpText(w[2], out);
     } else {
         for (const auto& c : Table()) {
             if (w[1] == c.name) {
@@ -169,9 +187,32 @@ std::string Commands::Help(const Words& w, const std::string&, std::string& out)
 std::string Commands::EventList(const Words&, const std::string&, std::string& out) {
     std::ostringstream text;
     for (const auto& e : Events()) {
-        text << e.id << " " << e.shortName << "\n";
+        text << e.id << " " << e.shortName << (HandlerBuilt(e.handler) ? "" : " (not built yet)")
+             << "\n";
     }
     out = text.str();
+    return "";
+}
+
+std::string Commands::EventHelpText(const std::string& word, std::string& out) {
+    const auto id = FindEvent(word);
+    if (!id) {
+        return "unknown event: " + word + " (try: events)";
+    }
+    const EventName* event = nullptr;
+    for (const auto& e : Events()) {
+        if (e.id == *id) {
+            event = &e;
+        }
+    }
+    if (event == nullptr) {
+        out = "event " + std::to_string(*id) + " has no handler: the framework's default answer\n";
+        return "";
+    }
+    const std::string params = ParameterHelp(*id);
+    out = "event " + std::to_string(*id) + " " + event->shortName + ", handler " + event->handler +
+          (HandlerBuilt(event->handler) ? "" : " (not built yet)") + "\n      " +
+          (params.empty() ? "reads no parameter" : params) + "\n";
     return "";
 }
 
@@ -198,7 +239,9 @@ std::string Commands::Event(const Words& w, const std::string&, std::string& out
         p[i - 2] = static_cast<uintptr_t>(*value);
     }
     Post(*id, p[0], p[1], p[2]);
-    out = "event " + EventLabel(*id) + " delivered";
+    // Message 24 is a timer tick: its handler is the timer's, named by p2.
+    out = *id == MEvtHandle::kTimerMessage ? TimerLabel(p[1]) + " delivered"
+                                           : "event " + EventLabel(*id) + " delivered";
     return "";
 }
 
@@ -265,7 +308,11 @@ std::string Commands::Wait(const Words& w, const std::string&, std::string& out)
     if (set.GetClock().Mode() == sim::TimeMode::Virtual) {
         OnEventThread([&] { set.Advance(*ms); });
     } else {
-        std::this_thread::sleep_for(std::chrono::milliseconds(*ms));
+        const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(*ms);
+        while (!g_interrupted && std::chrono::steady_clock::now() < until) {
+            std::this_thread::sleep_for(std::min<std::chrono::steady_clock::duration>(
+                std::chrono::milliseconds(20), until - std::chrono::steady_clock::now()));
+        }
     }
     out = "t = " + std::to_string(set.NowMs()) + " ms";
     return "";
@@ -284,26 +331,70 @@ std::string Commands::Journal(const Words&, const std::string& rest, std::string
     return "";
 }
 
+namespace {
+
+struct Expected {
+    std::string cmd;
+    bool anyData = true;
+    std::string data;
+    bool Matches(const Note& n) const { return n.cmd == cmd && (anyData || n.data == data); }
+    std::string Text() const { return cmd + (anyData ? "" : " = " + data); }
+};
+
+std::string Describe(const std::vector<Note>& notes) {
+    constexpr size_t kShown = 20;
+    std::string seen;
+    for (size_t i = 0; i < notes.size() && i < kShown; ++i) {
+        seen += (seen.empty() ? "" : ", ") + notes[i].cmd + "=" + notes[i].data;
+    }
+    if (notes.size() > kShown) {
+        seen += ", ... (" + std::to_string(notes.size() - kShown) + " more)";
+    }
+    return seen.empty() ? "nothing" : seen;
+}
+
+}  // namespace
+
 std::string Commands::Expect(const Words& w, const std::string& rest, std::string& out) {
     if (w.size() < 2) {
         return "usage: expect <cmd> [data]";
     }
-    const std::string cmd = w[1];
-    const bool anyData = w.size() == 2;
-    const std::string data = Unquote(After(rest, 1));
-    std::vector<Note> notes = Notes::TakeSinceLast();
-    for (const auto& n : notes) {
-        if (n.cmd == cmd && (anyData || n.data == data)) {
-            out = "seen " + cmd + " = " + n.data;
+    const Expected expected{w[1], w.size() == 2, Unquote(After(rest, 1))};
+    const bool realTime = sim::Set::Instance().GetClock().Mode() == sim::TimeMode::Real;
+    const auto deadline = std::chrono::steady_clock::now() +
+                          std::chrono::milliseconds(realTime ? m_expectTimeoutMs : 0);
+    for (;;) {
+        // A piece of work on the event thread ends with the page settled: every
+        // notification sent so far is queued.
+        OnEventThread([] {});
+        if (auto found = Notes::TakeFirst([&](const Note& n) { return expected.Matches(n); })) {
+            out = "seen " + found->cmd + " = " + found->data;
             return "";
         }
+        const auto now = std::chrono::steady_clock::now();
+        if (now >= deadline || g_interrupted) {
+            break;
+        }
+        Notes::WaitForNew(std::min(deadline, now + std::chrono::milliseconds(100)));
     }
-    std::string seen;
-    for (const auto& n : notes) {
-        seen += (seen.empty() ? "" : ", ") + n.cmd + "=" + n.data;
+    return "expected " + expected.Text() +
+           ", sent since the previous match: " + Describe(Notes::Pending());
+}
+
+std::string Commands::ExpectNone(const Words& w, const std::string& rest, std::string& out) {
+    if (w.size() < 2) {
+        return "usage: expect-none <cmd> [data]";
     }
-    return "expected " + cmd + (anyData ? "" : " = " + data) +
-           ", sent since the last expect: " + (seen.empty() ? "nothing" : seen);
+    const Expected unwanted{w[1], w.size() == 2, Unquote(After(rest, 1))};
+    OnEventThread([] {});
+    for (const auto& n : Notes::Pending()) {
+        if (unwanted.Matches(n)) {
+            return "expected no " + unwanted.Text() + ", but " + n.cmd + " = " + n.data +
+                   " was sent";
+        }
+    }
+    out = "no " + unwanted.Text();
+    return "";
 }
 
 std::string Commands::Quit(const Words&, const std::string&, std::string&) { return ""; }

@@ -30,6 +30,11 @@ public:
     // Runs work on the event thread and returns when it is done.
     static void OnEventThread(const std::function<void()>& work);
 
+    // In real time an expect waits this long for its notification.
+    void SetExpectTimeout(unsigned long ms) { m_expectTimeoutMs = ms; }
+    // Ends real-time waits at once (the run is being stopped).
+    static void Interrupt();
+
 private:
     using Words = std::vector<std::string>;
     struct Command {
@@ -50,15 +55,18 @@ private:
     std::string Wait(const Words& w, const std::string& rest, std::string& out);
     std::string Journal(const Words& w, const std::string& rest, std::string& out);
     std::string Expect(const Words& w, const std::string& rest, std::string& out);
+    std::string ExpectNone(const Words& w, const std::string& rest, std::string& out);
     std::string Quit(const Words& w, const std::string& rest, std::string& out);
     // In ServiceCommand.cpp.
     std::string Service(const Words& w, const std::string& rest, std::string& out);
 
+    std::string EventHelpText(const std::string& word, std::string& out);
     void Post(unsigned int id, uintptr_t p1, uintptr_t p2, uintptr_t p3);
 
     const SetFields& m_fields;
     FactoryManager* m_manager;
     std::mutex m_mutex;  // one command at a time, whoever sends it
+    unsigned long m_expectTimeoutMs = 5000;
 };
 
 }  // namespace factorysim

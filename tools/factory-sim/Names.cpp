@@ -55,6 +55,21 @@ std::string EventLabel(unsigned int id) {
     return std::to_string(id) + " (no handler)";
 }
 
+std::string TimerLabel(unsigned long id) {
+#define FACTORY_SIM_TIMER(name, timerId, handler) {timerId, #handler},
+    static const std::vector<std::pair<unsigned long, const char*>> timers = {
+        FACTORY_TIMER_LIST(FACTORY_SIM_TIMER)};
+#undef FACTORY_SIM_TIMER
+    std::string handler = "(no handler)";
+    for (const auto& t : timers) {
+        if (t.first == id) {
+            handler = t.second;
+            break;  // 39 and 58 share a handler; the first listed is the map's
+        }
+    }
+    return "timer " + std::to_string(id) + " " + handler;
+}
+
 const std::vector<KeyName>& Keys() {
     // Digits are not among the codes the factory pages act on; the set's remote
     // sends them as their ASCII codes, as it sends select as 13.

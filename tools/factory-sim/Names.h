@@ -18,6 +18,8 @@ const std::vector<EventName>& Events();
 // A decimal or 0x hex id, a handler name or a short name.
 std::optional<unsigned int> FindEvent(const std::string& word);
 std::string EventLabel(unsigned int id);
+// "timer 66 OnTimer_FactoryVolumeAdj"; "timer 12 (no handler)" for an unknown id.
+std::string TimerLabel(unsigned long id);
 
 struct KeyName {
     const char* name;

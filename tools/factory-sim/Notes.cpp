@@ -1,26 +1,84 @@
 #include "Notes.h"
 
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+
 #include "SimWebApp.h"
 
 namespace factorysim {
 
 namespace {
-Note FromUi(const sim::UiNote& n) { return Note{n.channel, n.cmd, n.data, n.numeric}; }
-}  // namespace
 
-void Notes::Watch(std::function<void(const Note&)> onNote) {
-    sim::Set::Instance().Get<sim::WebAppState>().SetOnNote(
-        [onNote](const sim::UiNote& n) { onNote(FromUi(n)); });
+struct Queue {
+    std::mutex mutex;
+    std::condition_variable arrived;
+    std::deque<Note> notes;
+    size_t window = 0;
+    size_t dropped = 0;
+};
+
+Queue& TheQueue() {
+    static Queue queue;
+    return queue;
 }
 
-std::vector<Note> Notes::TakeSinceLast() {
-    auto& web = sim::Set::Instance().Get<sim::WebAppState>();
-    std::vector<Note> out;
-    for (const auto& n : web.Notes()) {
-        out.push_back(FromUi(n));
+Note FromUi(const sim::UiNote& n) { return Note{n.channel, n.cmd, n.data, n.numeric}; }
+
+}  // namespace
+
+void Notes::Watch(std::function<void(const Note&)> onNote, size_t window) {
+    Queue& q = TheQueue();
+    {
+        std::lock_guard<std::mutex> lock(q.mutex);
+        q.window = window;
     }
-    web.ClearNotes();
-    return out;
+    sim::Set::Instance().Get<sim::WebAppState>().SetOnNote([onNote](const sim::UiNote& n) {
+        const Note note = FromUi(n);
+        onNote(note);
+        Queue& queue = TheQueue();
+        {
+            std::lock_guard<std::mutex> lock(queue.mutex);
+            queue.notes.push_back(note);
+            if (queue.notes.size() > queue.window) {
+                queue.notes.pop_front();
+                ++queue.dropped;
+            }
+        }
+        queue.arrived.notify_all();
+    });
+}
+
+std::optional<Note> Notes::TakeFirst(const Match& match) {
+    Queue& q = TheQueue();
+    std::lock_guard<std::mutex> lock(q.mutex);
+    for (auto it = q.notes.begin(); it != q.notes.end(); ++it) {
+        if (match(*it)) {
+            Note found = *it;
+            q.notes.erase(q.notes.begin(), std::next(it));
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<Note> Notes::Pending() {
+    Queue& q = TheQueue();
+    std::lock_guard<std::mutex> lock(q.mutex);
+    return {q.notes.begin(), q.notes.end()};
+}
+
+void Notes::WaitForNew(std::chrono::steady_clock::time_point deadline) {
+    Queue& q = TheQueue();
+    std::unique_lock<std::mutex> lock(q.mutex);
+    const size_t seen = q.notes.size() + q.dropped;
+    q.arrived.wait_until(lock, deadline, [&] { return q.notes.size() + q.dropped != seen; });
+}
+
+size_t Notes::Dropped() {
+    Queue& q = TheQueue();
+    std::lock_guard<std::mutex> lock(q.mutex);
+    return q.dropped;
 }
 
 }  // namespace factorysim

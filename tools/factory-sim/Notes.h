@@ -1,8 +1,12 @@
 // The notifications the factory UI page receives, as seen by the simulated set's
-// web-application manager: echoed live, and kept for the script's expect lines.
+// web-application manager: echoed live, and queued for the script's expect lines,
+// which consume them in order.
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,10 +21,20 @@ struct Note {
 
 class Notes {
 public:
-    // onNote is called on whatever thread the page client runs.
-    static void Watch(std::function<void(const Note&)> onNote);
-    // Every notification since the previous call, after the page has settled.
-    static std::vector<Note> TakeSinceLast();
+    using Match = std::function<bool(const Note&)>;
+
+    // onNote is called on whatever thread the page client runs; every note is also
+    // queued for TakeFirst, at most `window` of them (the oldest go first).
+    static void Watch(std::function<void(const Note&)> onNote, size_t window = 20000);
+    // The first queued note that matches: it and every note before it leave the
+    // queue. None: the queue is left as it is.
+    static std::optional<Note> TakeFirst(const Match& match);
+    // What is queued, oldest first.
+    static std::vector<Note> Pending();
+    // Returns when a note arrives or at the deadline.
+    static void WaitForNew(std::chrono::steady_clock::time_point deadline);
+    // How many notes the window dropped unread so far.
+    static size_t Dropped();
 };
 
 }  // namespace factorysim

@@ -1,5 +1,9 @@
 #include "Options.h"
 
+#include <arpa/inet.h>
+#include <sys/stat.h>
+
+#include <filesystem>
 #include <functional>
 #include <map>
 
@@ -26,7 +30,8 @@ Runs the factory library on a simulated set and serves the factory UI.
 
   --set FILE          describe the simulated set ("field = value" lines)
   --root DIR          the set's root folder (default: a fresh temporary one)
-  --listen ADDR       address of the factory UI server (default 127.0.0.1)
+  --listen ADDR       address of the factory UI server (default 127.0.0.1;
+                      0.0.0.0 for every interface)
   --port N            port of the factory UI server (default 7233)
   --control-port N    loopback port of the page's control endpoint (default 7234,
                       0 picks a free one)
@@ -37,6 +42,7 @@ Runs the factory library on a simulated set and serves the factory UI.
   --ui FILE           the factory UI page to serve (default: the installed one)
   --real-time         the set's clock follows the wall clock (console default)
   --virtual-time      the set's clock moves only with 'wait' (script default)
+  --expect-timeout MS in real time, how long 'expect' waits (default 5000)
   --verbose           copy every log line of the library to standard error
   --help              this text
 )";
@@ -53,6 +59,15 @@ std::string ParseOptions(int argc, char** argv, Options& o) {
         {"--script", [&](const std::string& v) { return o.script = v, std::string(); }},
         {"--trace", [&](const std::string& v) { return o.trace = v, std::string(); }},
         {"--ui", [&](const std::string& v) { return o.uiFile = v, std::string(); }},
+        {"--expect-timeout",
+         [&](const std::string& v) {
+             const auto n = ParseNumber(v);
+             if (!n || *n > 3600000) {
+                 return "not a time in ms (at most an hour): " + v;
+             }
+             o.expectTimeoutMs = static_cast<unsigned long>(*n);
+             return std::string();
+         }},
     };
     const std::map<std::string, std::function<void()>> flags = {
         {"--real-time", [&] { o.realTime = true; }},
@@ -93,6 +108,74 @@ std::string ParseOptions(int argc, char** argv, Options& o) {
         if (!error.empty()) {
             return "option " + arg + ": " + error;
         }
+    }
+    return "";
+}
+
+const char kRootMarker[] = ".factory-sim-root";
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string CheckReadable(const std::string& option, const std::string& path) {
+    if (path.empty()) {
+        return "";
+    }
+    struct stat st {};
+    if (::stat(path.c_str(), &st) != 0) {
+        return option + " " + path + ": no such file";
+    }
+    if (!S_ISREG(st.st_mode)) {
+        return option + " " + path + ": not a regular file";
+    }
+    return "";
+}
+
+std::string CheckRoot(const std::string& root) {
+    std::error_code ec;
+    const fs::file_status status = fs::status(root, ec);
+    if (!fs::exists(status)) {
+        return "";
+    }
+    if (!fs::is_directory(status)) {
+        return "--root " + root + ": not a folder";
+    }
+    if (fs::exists(fs::path(root) / kRootMarker, ec)) {
+        return "";
+    }
+    // The set removes and rewrites files under its root: only an empty folder, or
+    // one factory-sim made, is handed to it (never /, a home folder or a project).
+    if (!fs::is_empty(root, ec) || ec) {
+        return "--root " + root + ": a folder with files in it that factory-sim did not make (" +
+               "give an empty or new folder)";
+    }
+    return "";
+}
+
+}  // namespace
+
+std::string CheckPaths(const Options& o) {
+    for (const auto& check : {CheckReadable("--set", o.setFile),
+                              CheckReadable("--script", o.script), CheckRoot(o.root)}) {
+        if (!check.empty()) {
+            return check;
+        }
+    }
+    if (!o.trace.empty()) {
+        std::error_code ec;
+        if (fs::is_directory(o.trace, ec)) {
+            return "--trace " + o.trace + ": a folder";
+        }
+        if (!o.script.empty() && fs::exists(o.trace, ec) && fs::equivalent(o.trace, o.script, ec)) {
+            return "--trace " + o.trace + ": the script itself";
+        }
+    }
+    in_addr v4{};
+    in6_addr v6{};
+    if (inet_pton(AF_INET, o.listen.c_str(), &v4) != 1 &&
+        inet_pton(AF_INET6, o.listen.c_str(), &v6) != 1) {
+        return "--listen " + o.listen + ": not an IP address";
     }
     return "";
 }

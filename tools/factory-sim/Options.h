@@ -17,12 +17,19 @@ struct Options {
     std::string trace;
     std::string uiFile;  // empty: the page installed beside the binary
     std::optional<bool> realTime;
+    unsigned long expectTimeoutMs = 5000;  // real time: how long expect waits
     bool verbose = false;
     bool help = false;
 };
 
 // Fills options from argv; the error is empty on success.
 std::string ParseOptions(int argc, char** argv, Options& options);
+// What the named files and folders must be before the set starts: --set and
+// --script readable files, --trace not a folder nor the script itself, --root
+// absent, empty or one of ours. The error is empty when all is well.
+std::string CheckPaths(const Options& options);
+// Marks a root folder as factory-sim's, so that a later run may use it again.
+extern const char kRootMarker[];
 const char* Usage();
 
 }  // namespace factorysim

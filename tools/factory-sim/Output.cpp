@@ -81,7 +81,11 @@ void Output::ReadLoop() {
             WriteAll(m_realOut, line + "\n");
         }
         pending.erase(0, start);
-        ++m_passed;
+        {
+            std::lock_guard<std::mutex> lock(m_passedMutex);
+            ++m_passed;
+        }
+        m_passedChanged.notify_all();
     }
     if (!pending.empty()) {
         if (m_onLine) {
@@ -98,13 +102,16 @@ void Output::Drain() {
         return;
     }
     const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+    std::unique_lock<std::mutex> lock(m_passedMutex);
     while (std::chrono::steady_clock::now() < limit) {
         int queued = 0;
         ::ioctl(m_pipeRead, FIONREAD, &queued);
         if (queued == 0 && m_written.load() == m_passed.load()) {
             return;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        // The reader says when it has passed a chunk on; the timeout covers the
+        // moment between its poll and its count.
+        m_passedChanged.wait_for(lock, std::chrono::microseconds(200));
     }
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <atomic>
+#include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -40,6 +41,8 @@ private:
     std::thread m_reader;
     std::atomic<unsigned long long> m_written{0};
     std::atomic<unsigned long long> m_passed{0};
+    std::mutex m_passedMutex;
+    std::condition_variable m_passedChanged;
     std::function<void(const std::string&)> m_onLine;
 };
 

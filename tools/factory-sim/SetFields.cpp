@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -38,8 +39,9 @@ Field FileField() {
                 if (path.empty() || path[0] != '/') {
                     return std::string("a TV path starts with /");
                 }
-                sim::Set::Instance().GetRoot().WriteFile(path, Unescape(value));
-                return std::string();
+                std::string error;
+                sim::Set::Instance().GetRoot().WriteFile(path, Unescape(value), &error);
+                return error;
             }};
 }
 
@@ -183,25 +185,63 @@ std::string SetFields::Get(const std::string& name, std::string& value) const {
 }
 
 std::string SetFields::LoadText(const std::string& text, const std::string& origin) const {
+    struct Line {
+        int number;
+        std::string name;
+        std::string value;
+        bool hadValue = false;
+        std::string oldValue;
+    };
+    std::vector<Line> lines;
+    std::map<std::string, int> seen;
     std::istringstream in(text);
     std::string line;
+    const auto at = [&origin](int number, const std::string& error) {
+        return origin + ":" + std::to_string(number) + ": " + error;
+    };
+    // Every line is checked before any is applied: a bad file changes nothing.
     for (int number = 1; std::getline(in, line); ++number) {
         const std::string content = Trim(line);
         if (content.empty() || content[0] == '#') {
             continue;
         }
         const auto eq = content.find('=');
-        std::string error;
         if (eq == std::string::npos) {
-            error = "expected 'field = value'";
-        } else if (Trim(content.substr(0, eq)).empty()) {
-            error = "missing field name";
-        } else {
-            error = Set(Trim(content.substr(0, eq)), Trim(content.substr(eq + 1)));
+            return at(number, "expected 'field = value'");
         }
-        if (!error.empty()) {
-            return origin + ":" + std::to_string(number) + ": " + error;
+        const std::string name = Trim(content.substr(0, eq));
+        if (name.empty()) {
+            return at(number, "missing field name");
         }
+        const Field* field = nullptr;
+        std::string arg;
+        if (const std::string error = Find(name, field, arg); !error.empty()) {
+            return at(number, error);
+        }
+        if (const auto previous = seen.find(name); previous != seen.end()) {
+            return at(number, name + " is already set on line " + std::to_string(previous->second));
+        }
+        seen[name] = number;
+        lines.push_back({number, name, Trim(content.substr(eq + 1)), false, ""});
+    }
+    // Values are checked by setting them; the first refused one undoes the others.
+    for (size_t i = 0; i < lines.size(); ++i) {
+        Line& l = lines[i];
+        l.hadValue = Get(l.name, l.oldValue).empty();
+        const std::string error = Set(l.name, l.value);
+        if (error.empty()) {
+            continue;
+        }
+        while (i-- > 0) {
+            const Line& done = lines[i];
+            if (done.hadValue) {
+                Set(done.name, done.oldValue);
+            } else if (done.name.rfind("file[", 0) == 0) {
+                sim::Set::Instance().GetRoot().RunCommand(
+                    "rm -f " + done.name.substr(5, done.name.size() - 6));
+            }
+        }
+        return at(l.number, error);
     }
     return "";
 }

@@ -1,5 +1,5 @@
 // The --trace file: JSON Lines, one object per line, each stamped with the set's
-// clock. Its fields are a contract with line-station tools (docs/factory-sim.md).
+// clock. Its fields are a contract with line-station tools (README, "Trace").
 #pragma once
 
 #include <cstdint>

@@ -1,14 +1,24 @@
 // factory-sim: the factory library on a simulated set, with the factory UI served to
 // a browser, an operator console, line-station scripts and a trace of everything.
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
+#include <mutex>
+#include <set>
 #include <sstream>
 #include <thread>
 
@@ -22,6 +32,7 @@
 #include "SetFields.h"
 #include "SimDisplay.h"
 #include "SimSet.h"
+#include "SimWebApp.h"
 #include "TVManager.h"
 #include "Trace.h"
 
@@ -80,7 +91,7 @@ constexpr const char* kNativeDump = "/native.png";
 
 // DirectFB's flips are not seen by the set: after every step, and every quarter of a
 // second in real time, the native layer is written out when its picture changed.
-void DumpNative(Output& output) {
+bool DumpNative(Output& output) {
     bool written = false;
     Commands::OnEventThread([&] {
         written = sim::Set::Instance().Get<sim::DisplayState>().WritePngIfChanged(kNativeDump);
@@ -89,14 +100,24 @@ void DumpNative(Output& output) {
         output.Print("factory-sim: native layer written to " +
                      sim::Set::Instance().GetRoot().Map(kNativeDump));
     }
+    return written;
 }
 
 using Runner = std::function<Outcome(const std::string&)>;
+
+// SIGINT and SIGTERM end the run cleanly: the signal thread sets this and wakes the
+// console through the pipe; the set is then shut down as after quit.
+std::atomic<bool> g_stop{false};
+int g_wakePipe[2] = {-1, -1};
 
 int RunScript(const std::string& path, const std::string& text, const Runner& run, Output& output) {
     std::istringstream in(text);
     std::string line;
     for (int number = 1; std::getline(in, line); ++number) {
+        if (g_stop) {
+            output.Error(path + ":" + std::to_string(number) + ": stopped by a signal");
+            return 1;
+        }
         if (line.find_first_not_of(" \t\r") == std::string::npos) {
             continue;
         }
@@ -112,18 +133,53 @@ int RunScript(const std::string& path, const std::string& text, const Runner& ru
             break;
         }
     }
+    if (g_stop) {
+        output.Error(path + ": stopped by a signal");
+        return 1;
+    }
     output.Print("factory-sim: script " + path + " passed");
     return 0;
 }
 
+// One line of standard input, or false at its end or on a signal.
+bool ReadLine(std::string& pending, std::string& line) {
+    for (;;) {
+        const auto nl = pending.find('\n');
+        if (nl != std::string::npos) {
+            line = pending.substr(0, nl);
+            pending.erase(0, nl + 1);
+            return true;
+        }
+        pollfd p[2] = {{0, POLLIN, 0}, {g_wakePipe[0], POLLIN, 0}};
+        if (::poll(p, 2, -1) < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return false;
+        }
+        if (g_stop || (p[1].revents & POLLIN) != 0) {
+            return false;
+        }
+        char buf[4096];
+        const ssize_t n = ::read(0, buf, sizeof(buf));
+        if (n <= 0) {
+            line.swap(pending);
+            pending.clear();
+            return !line.empty();
+        }
+        pending.append(buf, static_cast<size_t>(n));
+    }
+}
+
 void RunConsole(const Runner& run, Output& output) {
     const bool tty = isatty(0);
+    std::string pending;
     std::string line;
     for (;;) {
         if (tty) {
             output.Print("factory> ");
         }
-        if (!std::getline(std::cin, line)) {
+        if (!ReadLine(pending, line)) {
             break;
         }
         const Outcome outcome = run(line);
@@ -138,6 +194,59 @@ void RunConsole(const Runner& run, Output& output) {
     }
 }
 
+// Whether the factory UI server's port is free on the address; the reason if not.
+// Checked before anything runs, so that the page never talks to another program.
+std::string CheckServerPort(const std::string& address, int port) {
+    sockaddr_storage storage{};
+    socklen_t size = 0;
+    const bool v6 = address.find(':') != std::string::npos;
+    if (v6) {
+        auto* a = reinterpret_cast<sockaddr_in6*>(&storage);
+        a->sin6_family = AF_INET6;
+        a->sin6_port = htons(static_cast<uint16_t>(port));
+        inet_pton(AF_INET6, address.c_str(), &a->sin6_addr);
+        size = sizeof(*a);
+    } else {
+        auto* a = reinterpret_cast<sockaddr_in*>(&storage);
+        a->sin_family = AF_INET;
+        a->sin_port = htons(static_cast<uint16_t>(port));
+        inet_pton(AF_INET, address.c_str(), &a->sin_addr);
+        size = sizeof(*a);
+    }
+    const int fd = ::socket(v6 ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (fd < 0) {
+        return std::strerror(errno);
+    }
+    const int yes = 1;
+    ::setsockopt(fd, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
+    std::string error;
+    if (::bind(fd, reinterpret_cast<sockaddr*>(&storage), size) != 0 || ::listen(fd, 1) != 0) {
+        error = std::strerror(errno);
+    }
+    ::close(fd);
+    return error;
+}
+
+// The page learns the control endpoint from the server that serves it.
+std::string WithControlUrl(const std::string& page, const std::string& url) {
+    const std::string meta = "<meta name=\"factory-control\" content=\"" + url + "\">\n";
+    const auto head = page.find("<head>");
+    if (head == std::string::npos) {
+        return page;
+    }
+    return page.substr(0, head + 6) + "\n" + meta + page.substr(head + 6);
+}
+
+std::string HostForUrl(const std::string& address) {
+    if (address == "0.0.0.0" || address == "::" || address.empty()) {
+        return "127.0.0.1";
+    }
+    return address.find(':') != std::string::npos ? "[" + address + "]" : address;
+}
+
+// The control endpoint's waits are bounded: a page must not hold the set.
+constexpr unsigned long long kControlWaitLimitMs = 10000;
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -150,6 +259,10 @@ int main(int argc, char** argv) {
     if (options.help) {
         std::fputs(Usage(), stdout);
         return 0;
+    }
+    if (const std::string error = CheckPaths(options); !error.empty()) {
+        std::fprintf(stderr, "factory-sim: %s\n", error.c_str());
+        return 2;
     }
     std::string setText = SetFields::DemoSet();
     std::string setOrigin = "demo set";
@@ -165,11 +278,56 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "factory-sim: cannot read the script %s\n", options.script.c_str());
         return 2;
     }
+    std::string listenError;
+    sim::ListenInterface(options.listen, listenError);
+    if (!listenError.empty()) {
+        std::fprintf(stderr, "factory-sim: --listen %s: %s\n", options.listen.c_str(),
+                     listenError.c_str());
+        return 2;
+    }
+    if (const std::string error = CheckServerPort(options.listen, options.port); !error.empty()) {
+        std::fprintf(stderr, "factory-sim: factory UI port %d on %s: %s\n", options.port,
+                     options.listen.c_str(), error.c_str());
+        return 2;
+    }
+    ControlServer control;
+    if (options.control) {
+        if (const std::string error = control.Bind(options.controlPort); !error.empty()) {
+            std::fprintf(stderr, "factory-sim: %s\n", error.c_str());
+            return 2;
+        }
+    }
     Trace trace;
     if (!options.trace.empty() && !trace.Open(options.trace)) {
         std::fprintf(stderr, "factory-sim: cannot write the trace %s\n", options.trace.c_str());
         return 2;
     }
+
+    // Every thread started from here on leaves SIGINT and SIGTERM to the signal thread.
+    sigset_t stopSignals;
+    sigemptyset(&stopSignals);
+    sigaddset(&stopSignals, SIGINT);
+    sigaddset(&stopSignals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
+    if (::pipe2(g_wakePipe, O_CLOEXEC) != 0) {
+        std::perror("factory-sim: pipe");
+        return 2;
+    }
+    // SIGUSR2 only ends the signal thread itself, at the end of main.
+    sigset_t waited = stopSignals;
+    sigaddset(&waited, SIGUSR2);
+    pthread_sigmask(SIG_BLOCK, &waited, nullptr);
+    std::thread signals([waited] {
+        int signal = 0;
+        while (sigwait(&waited, &signal) == 0 && signal != SIGUSR2) {
+            g_stop = true;
+            Commands::Interrupt();
+            const char wake = 1;
+            if (::write(g_wakePipe[1], &wake, 1) < 0) {
+                return;
+            }
+        }
+    });
 
     const bool realTime = options.realTime.value_or(options.script.empty());
     sim::Options setOptions;
@@ -183,16 +341,33 @@ int main(int argc, char** argv) {
     g_running = &running;
 
     sim::Set& set = sim::Set::Instance();
+    int status = 0;
     try {
         set.Reset(setOptions);
+        set.GetRoot().WriteFile(std::string("/") + kRootMarker,
+                                "made by factory-sim; it may use this folder again\n");
     } catch (const std::exception& e) {
         output.Error(std::string("factory-sim: cannot prepare the set: ") + e.what());
-        return 2;
+        status = 2;
     }
+    // The journal and the notes keep a window; the trace file holds everything.
+    set.GetJournal().SetWindow(20000);
+    sim::WebAppState& web = set.Get<sim::WebAppState>();
+    web.SetNoteWindow(20000);
     // Only now: the reader stamps lines with the set's clock, which Reset replaces.
     output.CaptureStdout(
         [&trace](const std::string& line) { trace.Console(sim::Set::Instance().NowMs(), line); });
+    // A notification is traced when the page receives it; waiting for the page to
+    // have everything before each call, log line and clock move puts it at the time
+    // and in the place where the library sent it.
+    const auto settle = [&web, &output] {
+        web.Settle();
+        output.Drain();
+    };
     set.GetJournal().SetSink([&](const sim::JournalEntry& e) {
+        if (sim::EventLoop::InWork()) {
+            settle();
+        }
         if (e.kind == "call") {
             trace.Call(e.tMs, e.fn, e.args);
             return;
@@ -202,23 +377,31 @@ int main(int argc, char** argv) {
             output.Error("[log " + std::to_string(e.mask & kLevelMask) + "] " + e.args);
         }
     });
+    set.Loop().SetAfterWork(settle);
+    set.Loop().SetOnTick(
+        [&output](MEvtHandle*, unsigned long id) { output.Print(TimerLabel(id)); });
     Notes::Watch([&](const Note& n) {
         trace.Notify(sim::Set::Instance().NowMs(), n.channel, n.cmd, n.data, n.numeric);
         output.Print("<- " + n.cmd + " = " + (n.numeric ? n.data : "\"" + n.data + "\""));
     });
 
     SetFields fields;
-    int status = 0;
     std::string setError;
-    Commands::OnEventThread([&] { setError = fields.LoadText(setText, setOrigin); });
+    if (status == 0) {
+        Commands::OnEventThread([&] { setError = fields.LoadText(setText, setOrigin); });
+    }
     if (!setError.empty()) {
         output.Error("factory-sim: " + setError);
         status = 2;
     }
 
+    const std::string uiHost = HostForUrl(options.listen);
+    const std::string controlUrl =
+        options.control ? "http://127.0.0.1:" + std::to_string(control.Port()) + "/" : "";
     const std::string uiFile = FindUiFile(options);
     std::string page;
     if (status == 0 && ReadFile(uiFile, page)) {
+        page = WithControlUrl(page, controlUrl);
         set.GetRoot().WriteFile("/test.html", page);
         set.GetRoot().WriteFile("/applications/factory/factory-ui.html", page);
     } else if (status == 0) {
@@ -237,38 +420,88 @@ int main(int argc, char** argv) {
             // on the banner's address finds the server.
             manager->CheckFactoryUiIsReady();
         });
+        if (FactoryManager::m_stContext.load() == nullptr) {
+            output.Error("factory-sim: factory UI port " + std::to_string(options.port) + " on " +
+                         options.listen + ": the server could not listen there");
+            status = 2;
+        }
     }
 
-    ControlServer control;
     if (status == 0) {
         Commands commands(fields, manager);
+        commands.SetExpectTimeout(options.expectTimeoutMs);
+        // The page shows the native layer as the set's screen does: the picture while
+        // the window is visible, nothing while it is hidden.
+        std::mutex nativeMutex;
+        uint64_t nativeVersion = 0;
+        std::string nativePng;
+        bool nativeVisible = false;
+        // Reading the picture costs milliseconds: while the layer is visible it is read
+        // at most every tenth of a second (and once more at the end), so that a long
+        // script in M-mode is not slowed down by it.
+        std::chrono::steady_clock::time_point nativeRead{};
+        std::mutex dumpMutex;  // the poll thread and the command sources
+        const auto dumpNative = [&](bool force) {
+            std::lock_guard<std::mutex> dumping(dumpMutex);
+            bool visible = false;
+            Commands::OnEventThread([&] {
+                visible = sim::Set::Instance().Get<sim::DisplayState>().NativeOpacity() > 0;
+            });
+            const auto now = std::chrono::steady_clock::now();
+            if (!force && visible && visible == nativeVisible &&
+                now - nativeRead < std::chrono::milliseconds(100)) {
+                return;
+            }
+            nativeRead = now;
+            const bool written = DumpNative(output);
+            if (written || visible != nativeVisible) {
+                std::lock_guard<std::mutex> lock(nativeMutex);
+                nativePng = visible ? set.GetRoot().ReadFile(kNativeDump) : std::string();
+                nativeVisible = visible;
+                ++nativeVersion;
+            }
+        };
         const Runner run = [&](const std::string& line) {
             const Outcome outcome = commands.Execute(line);
             output.Drain();
-            DumpNative(output);
+            dumpNative(false);
             return outcome;
         };
-        const std::string host = options.listen.empty() ? "127.0.0.1" : options.listen;
         output.Print("factory-sim: set root " + set.GetRoot().Folder().string() +
                      (set.GetRoot().IsTemporary() ? " (temporary, removed on exit)" : ""));
-        output.Print("factory-sim: factory UI at http://" + host + ":" +
+        output.Print("factory-sim: factory UI at http://" + uiHost + ":" +
                      std::to_string(options.port) + "/");
         if (options.control) {
-            const std::string error =
-                control.Start(options.controlPort, [&run](const std::string& line) -> Outcome {
+            std::set<std::string> origins;
+            for (const std::string& host : {uiHost, std::string("127.0.0.1"),
+                                            std::string("localhost"), std::string("[::1]")}) {
+                origins.insert("http://" + host + ":" + std::to_string(options.port));
+            }
+            control.AllowOrigins(origins);
+            control.Start(
+                [&run](const std::string& line) -> Outcome {
+                    std::istringstream in(line);
                     std::string first;
-                    std::istringstream(line) >> first;
+                    std::string value;
+                    in >> first >> value;
                     if (first == "quit") {
                         return {false, "quit is for the console", false};
                     }
+                    const auto ms = ParseNumber(value);
+                    if (first == "wait" && ms && *ms > kControlWaitLimitMs) {
+                        return {false,
+                                "wait: at most " + std::to_string(kControlWaitLimitMs) +
+                                    " ms from the control endpoint",
+                                false};
+                    }
                     return run(line);
+                },
+                [&] {
+                    std::lock_guard<std::mutex> lock(nativeMutex);
+                    return std::make_pair(nativeVersion, nativePng);
                 });
-            if (error.empty()) {
-                output.Print("factory-sim: control endpoint at http://127.0.0.1:" +
-                             std::to_string(control.Port()) + "/ (POST a command line)");
-            } else {
-                output.Error("factory-sim: no control endpoint: " + error);
-            }
+            output.Print("factory-sim: control endpoint at " + controlUrl +
+                         " (POST a command line)");
         }
         output.Print(std::string("factory-sim: ") + (realTime ? "real" : "virtual") +
                      " time; type 'help' for the commands");
@@ -278,7 +511,7 @@ int main(int argc, char** argv) {
             poll = std::thread([&] {
                 while (!stopPoll) {
                     std::this_thread::sleep_for(std::chrono::milliseconds(250));
-                    DumpNative(output);
+                    dumpNative(true);
                 }
             });
         }
@@ -292,11 +525,22 @@ int main(int argc, char** argv) {
         if (poll.joinable()) {
             poll.join();
         }
+        dumpNative(true);
+        // Whatever the set sent before the end reaches the page, the console and the
+        // trace: one more piece of work on the event thread ends settled.
+        Commands::OnEventThread([] {});
+        if (g_stop) {
+            output.Print("factory-sim: stopped by a signal");
+        }
     }
     output.Drain();
     set.GetJournal().SetSink(nullptr);
+    set.Loop().SetAfterWork(nullptr);
+    set.Loop().SetOnTick(nullptr);
     set.Shutdown();
     g_running = nullptr;
     output.Release();
+    pthread_kill(signals.native_handle(), SIGUSR2);
+    signals.join();
     return status;
 }

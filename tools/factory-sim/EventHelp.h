@@ -1,0 +1,13 @@
+// What the console says about factory events beyond their names.
+#pragma once
+
+#include <string>
+
+namespace factorysim {
+
+// False for a handler that is still a placeholder in this build of the library.
+bool HandlerBuilt(const char* handler);
+// What the event's parameters mean where the library reads them; "" when it reads none.
+std::string ParameterHelp(unsigned int id);
+
+}  // namespace factorysim
