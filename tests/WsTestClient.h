@@ -153,6 +153,7 @@ public:
     // Whether the server closed the connection (a close frame or the end of the stream)
     // as far as this client has read.
     bool Closed() const { return m_closed; }
+    int Fd() const { return m_fd; }
 
     // Reads and drops frames until the server closes, within the timeout.
     bool WaitClosed(int timeoutMs = 3000) {
@@ -181,10 +182,11 @@ public:
             const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
                                   deadline - std::chrono::steady_clock::now())
                                   .count();
-            if (m_closed || left <= 0) {
+            if (m_closed) {
                 return std::nullopt;
             }
-            const ReadResult read = Read(m_fd, m_buffer, static_cast<int>(left));
+            // Past the deadline, what has already arrived is still taken.
+            const ReadResult read = Read(m_fd, m_buffer, left > 0 ? static_cast<int>(left) : 0);
             if (read == ReadResult::Closed) {
                 m_closed = true;
             }

@@ -51,6 +51,13 @@ TEST_F(WsTestClientTest, NothingThenSomething) {
     EXPECT_EQ(client.Receive(500), std::optional<std::string>("late"));
 }
 
+TEST_F(WsTestClientTest, ZeroTimeoutStillTakesWhatHasArrived) {
+    Serve(0x1, "ready");
+    EXPECT_EQ(client.Receive(0), std::optional<std::string>("ready"));
+    EXPECT_EQ(client.Receive(0), std::nullopt);
+    EXPECT_FALSE(client.Closed());
+}
+
 TEST_F(WsTestClientTest, ControlFramesAreSkippedAndLongLengthsRead) {
     const std::string mid(300, 'm');
     const std::string big(70000, 'b');
