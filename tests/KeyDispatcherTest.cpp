@@ -304,6 +304,137 @@ TEST_F(KeyTest, FirstPageInTheFlagOrderTakesTheKey) {
     }
 }
 
+// ---- Pages that take the keys themselves ----------------------------------------------
+
+// What each of them does with a key, from the dispatcher's required steps: returned
+// value, flag afterwards, host UI asked back, OSD off, calls in order.
+struct HandlerCase {
+    const char* name;
+    MAPI_U8 FactoryManager::*flag;
+    unsigned long key;
+    MAPI_BOOL consumed;
+    bool flagCleared;
+    std::vector<unsigned long> codes;  // host listener codes
+    std::vector<std::string> calls;    // tail calls, in order
+    const char* routine;               // the page routine that must run, or null
+};
+
+void PrintTo(const HandlerCase& c, std::ostream* out) { *out << c.name; }
+
+class HandlerPageTest : public KeyTest, public testing::WithParamInterface<HandlerCase> {};
+
+TEST_P(HandlerPageTest, KeyGoesWhereTheTableSays) {
+    const HandlerCase& c = GetParam();
+    Fm().*c.flag = 1;
+    Journal().Clear();
+    EXPECT_EQ(Fm().FactoryDoKeyAction(c.key), c.consumed);
+    if (c.flagCleared) {
+        EXPECT_EQ(Fm().*c.flag, 0);
+    } else if (c.routine == nullptr) {
+        EXPECT_EQ(Fm().*c.flag, 1);
+    }
+    EXPECT_EQ(Codes(), c.codes);
+    EXPECT_EQ(CallOrder({"WebAppMgr_ShowPage", "WebAppMgr_HidePage", "KeyManager::setKeyRouting",
+                         "MSrv_Factory_Cmd::SetFactoryOSDStatus", "MEvtHandle::KillTimer",
+                         "MSrv_ATV_Player::ATVSaveProgram"}),
+              c.calls);
+    if (c.routine != nullptr) {
+        EXPECT_TRUE(Journal().HasLog(std::string(c.routine) + ": not built yet") ||
+                    Fm().*c.flag == 0)
+            << c.routine;
+    }
+    EXPECT_FALSE(Journal().HasLog("Factory don't process the key."));
+}
+
+const std::vector<std::string> kNoCalls;
+const std::vector<unsigned long> kNoCodes;
+const std::vector<std::string> kAtvClose = {"MSrv_Factory_Cmd::SetFactoryOSDStatus[0]"};
+const std::vector<std::string> kVersionClose = {
+    "KeyManager::setKeyRouting[1]", "MEvtHandle::KillTimer[57]", "WebAppMgr_ShowPage[1]"};
+
+INSTANTIATE_TEST_SUITE_P(
+    Pages, HandlerPageTest,
+    testing::Values(HandlerCase{"VersionExit", &FM::m_bVersionMode, 61538, 1, false, kNoCodes,
+                                kVersionClose, "ExitVersionMode"},
+                    HandlerCase{"VersionPanelExit", &FM::m_bVersionMode, 62807, 1, false, kNoCodes,
+                                kVersionClose, "ExitVersionMode"},
+                    HandlerCase{"VersionPower", &FM::m_bVersionMode, 61455, 1, false, kNoCodes,
+                                kVersionClose, "ExitVersionMode"},
+                    HandlerCase{"VersionUp", &FM::m_bVersionMode, 61442, 1, false, kNoCodes,
+                                kNoCalls, "VersionAction"},
+                    HandlerCase{"VersionDown", &FM::m_bVersionMode, 61443, 1, false, kNoCodes,
+                                kNoCalls, "VersionAction"},
+                    HandlerCase{"VersionOther", &FM::m_bVersionMode, 61458, 0, false, kNoCodes,
+                                kNoCalls, nullptr},
+                    HandlerCase{"AtvExit",
+                                &FM::m_bATVTuningSearchMode,
+                                61538,
+                                1,
+                                true,
+                                {0x12002},
+                                kAtvClose,
+                                "ExitATVTuningSearch"},
+                    HandlerCase{"AtvPanelExit",
+                                &FM::m_bATVTuningSearchMode,
+                                62807,
+                                1,
+                                true,
+                                {0x12002},
+                                kAtvClose,
+                                "ExitATVTuningSearch"},
+                    HandlerCase{"AtvMenu",
+                                &FM::m_bATVTuningSearchMode,
+                                61458,
+                                1,
+                                true,
+                                {0x12002},
+                                kAtvClose,
+                                "ExitATVTuningSearch"},
+                    HandlerCase{"AtvPanelMenu",
+                                &FM::m_bATVTuningSearchMode,
+                                62805,
+                                1,
+                                true,
+                                {0x12002},
+                                kAtvClose,
+                                "ExitATVTuningSearch"},
+                    HandlerCase{"AtvSelect", &FM::m_bATVTuningSearchMode, 13, 1, false, kNoCodes,
+                                kNoCalls, "ATVTuningSearchSelect"},
+                    HandlerCase{"AtvOther", &FM::m_bATVTuningSearchMode, 61442, 0, false, kNoCodes,
+                                kNoCalls, nullptr},
+                    HandlerCase{"PeqAnyKey", &FM::m_bPEQMode, 61442, 1, false, kNoCodes, kNoCalls,
+                                "PEQProcessKey"},
+                    HandlerCase{"PeqExit", &FM::m_bPEQMode, 61538, 1, false, kNoCodes, kNoCalls,
+                                "PEQProcessKey"},
+                    HandlerCase{"Timing3D", &FM::m_b3DTimingMode, 61442, 0, false, kNoCodes,
+                                kNoCalls, "Factory3DTimingKeyAction"},
+                    HandlerCase{"AudioAdv", &FM::m_bAudioADVMode, 61538, 0, false, kNoCodes,
+                                kNoCalls, "FactoryAudioADVKeyAction"},
+                    HandlerCase{"ApListExit", &FM::m_bAPListShown, 61538, 0, true, kNoCodes,
+                                kNoCalls, "DisplayAPListUI"},
+                    HandlerCase{"ApListPanelExit", &FM::m_bAPListShown, 62807, 0, false, kNoCodes,
+                                kNoCalls, nullptr},
+                    HandlerCase{"NinePointExit", &FM::m_b9PointPatternMode, 61538, 0, false,
+                                kNoCodes, kNoCalls, "Display9PointPattern"},
+                    HandlerCase{"NinePointPanelExit", &FM::m_b9PointPatternMode, 62807, 0, false,
+                                kNoCodes, kNoCalls, nullptr}),
+    [](const testing::TestParamInfo<HandlerCase>& info) { return std::string(info.param.name); });
+
+// The key-writing result is the one page whose mark the dispatcher cannot see from
+// outside: it is set by the result page and cleared by an exit key.
+TEST_F(KeyTest, KeyWritingResultClosesOnExitAndStillDeclines) {
+    Fm().ShowKeyWriting(1);
+    Codes().clear();
+    Journal().Clear();
+    EXPECT_EQ(Fm().FactoryDoKeyAction(61442), 0);
+    EXPECT_EQ(Codes(), std::vector<unsigned long>{});
+    EXPECT_EQ(Fm().FactoryDoKeyAction(62807), 0);
+    EXPECT_EQ(Calls("MSrv_Factory_Cmd::SetFactoryOSDStatus"), std::vector<std::string>{"[0]"});
+    EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12002});
+    EXPECT_EQ(Fm().FactoryDoKeyAction(61538), 0);
+    EXPECT_TRUE(Journal().HasLog("Factory don't process the key.")) << "the mark was cleared";
+}
+
 TEST_F(KeyTest, VersionPageOpenedByCommandGivesTheHostItsUiBackOnce) {
     Fm().m_bVersionMode = 1;
     Fm().m_bVersionShownByCommand = 1;
