@@ -174,6 +174,33 @@ TEST_F(ATCmdRecordTest, StatusRowsShowTheStoredState) {
     ExpectField(570, 30, "EDID VGA: VGA EEPROM NG,");
 }
 
+// Each status row shows its own reader: one adjustment failed at a time.
+TEST_F(ATCmdRecordTest, EachStatusRowReadsItsOwnAdjustment) {
+    using Status = MAPI_U8 (FactoryManager::*)();
+    const struct {
+        size_t offset;
+        const char* label;
+        Status reader;
+    } rows[] = {
+        {420, "A/D Adjust PAL: ", &FactoryManager::FactoryGetADAdjustPALStatus},
+        {450, "A/D Adjust NTSC: ", &FactoryManager::FactoryGetADAdjustNTSCStatus},
+        {480, "A/D Adjust COMP: ", &FactoryManager::FactoryGetADAdjustCOMPStatus},
+        {510, "A/D Adjust RGB: ", &FactoryManager::FactoryGetADAdjustRGBStatus},
+        {540, "A/D Adjust CVBS: ", &FactoryManager::FactoryGetADAdjustCVBSStatus},
+    };
+    sim::FactoryStoreState& store = Tv().Get<sim::FactoryStoreState>();
+    for (unsigned short failed : {300, 301, 302, 303}) {
+        for (unsigned short item : {300, 301, 302, 303}) {
+            store.Set(item, item == failed ? 0 : 1);
+        }
+        ASSERT_EQ(Build(), 1);
+        for (const auto& row : rows) {
+            ExpectField(row.offset, 30,
+                        std::string(row.label) + ((Fm().*row.reader)() ? "OK," : "NG,"));
+        }
+    }
+}
+
 TEST_F(ATCmdRecordTest, MissingKeysReadAsPlaceholders) {
     std::filesystem::remove(Tv().GetRoot().Map("/ciplus/widevine_key.bin"));
     std::filesystem::remove(Tv().GetRoot().Map("/ciplus/pvrkey.bin"));

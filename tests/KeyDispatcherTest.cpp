@@ -269,6 +269,43 @@ TEST_P(ExitRowTest, BothExitKeysCloseThePage) {
         if (r.routines.empty()) {
             EXPECT_EQ(Fm().*r.flag, 0) << "the dispatcher clears it itself";
         }
+        // Routing and pattern go first, page 1 comes back last, around the page's own
+        // routines (seen by their log lines, placeholder or trace).
+        const auto entries = Journal().Entries();
+        const auto at = [&](auto match, bool last) {
+            long found = -1;
+            for (size_t i = 0; i < entries.size(); ++i) {
+                if (match(entries[i]) && (last || found < 0)) {
+                    found = static_cast<long>(i);
+                }
+            }
+            return found;
+        };
+        for (const char* routine : r.routines) {
+            const auto mentions = [&](const sim::JournalEntry& e) {
+                return e.kind == "log" && e.args.find(routine) != std::string::npos;
+            };
+            const long first = at(mentions, false);
+            const long last = at(mentions, true);
+            if (first < 0) {
+                continue;
+            }
+            for (const char* before :
+                 {"KeyManager::setKeyRouting", "MSrv_Factory_Cmd::InternalPatternOff"}) {
+                const long call =
+                    at([&](const sim::JournalEntry& e) { return e.fn == before; }, false);
+                if (call >= 0) {
+                    EXPECT_LT(call, first) << before << " before " << routine;
+                }
+            }
+            if (r.showPage) {
+                EXPECT_GT(
+                    at([](const sim::JournalEntry& e) { return e.fn == "WebAppMgr_ShowPage"; },
+                       true),
+                    last)
+                    << "page 1 after " << routine;
+            }
+        }
         EXPECT_EQ(Codes(), std::vector<unsigned long>{}) << "the host's UI is not asked for";
     }
 }
