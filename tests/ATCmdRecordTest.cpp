@@ -4,6 +4,8 @@
 
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,6 +14,10 @@
 #include "SetFixture.h"
 #include "SimFactoryStore.h"
 #include "SimSystemInfo.h"
+
+// ReadersTest.cpp routes the program's array allocations through this switch, so
+// that a reader can be left without memory.
+extern bool g_failNothrowArrayNew;
 
 namespace {
 
@@ -41,17 +47,86 @@ protected:
     std::string console;
 };
 
-TEST_F(ATCmdRecordTest, RowsOfTheDemoSet) {
+// The field's bytes: `text` cut or zero-padded to the width.
+std::string Field(const std::string& text, size_t width) {
+    std::string field = text.substr(0, width);
+    field.resize(width, '\0');
+    return field;
+}
+
+// The demo set's record, kept byte for byte: every label, offset, width and reader.
+TEST_F(ATCmdRecordTest, DemoSetRecordIsTheGoldenOne) {
+    // The source path is relative to the build folder, the parent of the program's.
+    std::filesystem::path source(__FILE__);
+    if (source.is_relative()) {
+        source =
+            std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path() / source;
+    }
+    const auto golden = source.parent_path() / "data" / "atcmd-version-demo.bin";
+    std::ifstream in(golden, std::ios::binary);
+    ASSERT_TRUE(in) << golden;
+    std::string want{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    ASSERT_EQ(want.size(), 1230u);
     ASSERT_EQ(Build(), 1);
-    ExpectField(0, 20, "TV Model:QV32H249,");
-    ExpectField(660, 50, "Netflix ESN:VQ27DEMO-ESN-001,");
-    ExpectField(760, 40, "HDCP2.2:27DE500001,");
-    ExpectField(800, 40, "27DE400001,");
-    ExpectField(840, 30, "DTCP-IP:27D1900001,");
-    ExpectField(870, 30, "Vudu:,");
-    ExpectField(900, 30, "PVR:OK 94c80f1,");
-    ExpectField(980, 50, "CI+ Host ID:D0E1270000000001,");
-    ExpectField(1180, 50, "Bluetooth Address:70:5A:B6:12:C3:DE,");  // the WLAN MAC
+    // The tuner row carries whatever the tuner pages' reader gives on this set.
+    want.replace(630, 30,
+                 Field(std::string("MAIN Tuner Freq:") + Fm().GetTunerFrequency() + ",", 30));
+    const std::string got(stATCMD_Version.raw, 1230);
+    for (size_t at = 0; at < want.size(); at += 10) {
+        EXPECT_EQ(got.substr(at, 10), want.substr(at, 10)) << "bytes " << at << "-" << at + 9;
+    }
+}
+
+TEST_F(ATCmdRecordTest, ReadersWithoutMemoryStillGiveTheirLabels) {
+    Tv().Get<sim::SystemInfoState>().socRealSWVersion = "SOC1";
+    g_failNothrowArrayNew = true;
+    const MAPI_BOOL built = Build();
+    g_failNothrowArrayNew = false;
+    ASSERT_EQ(built, 1);
+    std::string want;
+    const std::pair<const char*, size_t> rows[] = {
+        {"TV Model:,", 20},
+        {"Model Info:,", 30},
+        {"SW Version:SOC1,", 30},
+        {"Boot Code Version:,", 50},
+        {"SoC Version:SOC1,", 50},
+        {"DPDD Version:,", 50},
+        {"NewSoft Version:,", 40},
+        {"CESI Version:,", 30},
+        {"IPRC Version:,", 30},
+        {"IR Blaster DB:,", 30},
+        {"PQ Version:,", 30},
+        {"FRC Version:,", 30},
+        {"A/D Adjust PAL: OK,", 30},
+        {"A/D Adjust NTSC: OK,", 30},
+        {"A/D Adjust COMP: OK,", 30},
+        {"A/D Adjust RGB: OK,", 30},
+        {"A/D Adjust CVBS: OK,", 30},
+        {"EDID VGA: VGA EEPROM Ver.01,", 30},
+        {"MAIN Format:,", 30},
+        {"MAIN Tuner Freq:,", 30},
+        {"Netflix ESN:,", 50},
+        {"Widevine:,", 50},
+        {"HDCP2.2:,", 40},
+        {",", 40},
+        {"DTCP-IP:,", 30},
+        {"Vudu:,", 30},
+        {"PVR:,", 30},
+        {"CI+ Serial Number:,", 50},
+        {"CI+ Host ID:,", 50},
+        {"Serial Number:,", 50},
+        {"MAC Address:,", 50},
+        {"WLAN MAC Address:,", 50},
+        {"Bluetooth Address:,", 50},
+    };
+    for (const auto& row : rows) {
+        want += Field(row.first, row.second);
+    }
+    ASSERT_EQ(want.size(), 1230u);
+    const std::string got(stATCMD_Version.raw, 1230);
+    for (size_t at = 0; at < want.size(); at += 10) {
+        EXPECT_EQ(got.substr(at, 10), want.substr(at, 10)) << "bytes " << at << "-" << at + 9;
+    }
 }
 
 // "TV Model:" with a ten-character name and the comma fill the 20 bytes exactly;
@@ -97,6 +172,33 @@ TEST_F(ATCmdRecordTest, StatusRowsShowTheStoredState) {
     ASSERT_EQ(Build(), 1);
     ExpectField(540, 30, "A/D Adjust CVBS: NG,");
     ExpectField(570, 30, "EDID VGA: VGA EEPROM NG,");
+}
+
+// Each status row shows its own reader: one adjustment failed at a time.
+TEST_F(ATCmdRecordTest, EachStatusRowReadsItsOwnAdjustment) {
+    using Status = MAPI_U8 (FactoryManager::*)();
+    const struct {
+        size_t offset;
+        const char* label;
+        Status reader;
+    } rows[] = {
+        {420, "A/D Adjust PAL: ", &FactoryManager::FactoryGetADAdjustPALStatus},
+        {450, "A/D Adjust NTSC: ", &FactoryManager::FactoryGetADAdjustNTSCStatus},
+        {480, "A/D Adjust COMP: ", &FactoryManager::FactoryGetADAdjustCOMPStatus},
+        {510, "A/D Adjust RGB: ", &FactoryManager::FactoryGetADAdjustRGBStatus},
+        {540, "A/D Adjust CVBS: ", &FactoryManager::FactoryGetADAdjustCVBSStatus},
+    };
+    sim::FactoryStoreState& store = Tv().Get<sim::FactoryStoreState>();
+    for (unsigned short failed : {300, 301, 302, 303}) {
+        for (unsigned short item : {300, 301, 302, 303}) {
+            store.Set(item, item == failed ? 0 : 1);
+        }
+        ASSERT_EQ(Build(), 1);
+        for (const auto& row : rows) {
+            ExpectField(row.offset, 30,
+                        std::string(row.label) + ((Fm().*row.reader)() ? "OK," : "NG,"));
+        }
+    }
 }
 
 TEST_F(ATCmdRecordTest, MissingKeysReadAsPlaceholders) {

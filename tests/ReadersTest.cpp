@@ -19,9 +19,8 @@
 // Array allocations of the whole test program go through here, so that a test can
 // make the non-throwing form fail. Every array form maps to malloc/free, so the
 // sanitizers still see matching pairs.
-namespace {
+// Not file-local: the AT record suite fails its readers' buffers through it too.
 bool g_failNothrowArrayNew = false;
-}
 
 void* operator new[](std::size_t size) {
     void* p = std::malloc(size ? size : 1);

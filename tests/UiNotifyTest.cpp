@@ -8,6 +8,7 @@
 #include "FactoryManager.h"
 #include "SetFixture.h"
 #include "SimWebApp.h"
+#include "UiNotes.h"
 
 namespace {
 
@@ -39,14 +40,11 @@ TEST_F(UiNotifyTest, FirstNotificationLoadsThePageAndEveryOneArrivesInOrder) {
     Fm().NotifyUI(0, "Version", 5);
     Fm().NotifyUI(0, "HideAllUIExcept", "SpeakerSNC");
     Fm().NotifyUI(0, "Negative", -12L);
-    const auto notes = WebApp().Notes();
-    ASSERT_EQ(notes.size(), 3u);
-    EXPECT_EQ(notes[0].cmd, "Version");
-    EXPECT_EQ(notes[0].data, "5");
-    EXPECT_TRUE(notes[0].numeric);
-    EXPECT_EQ(notes[1].text, "{ \"cmd\": \"HideAllUIExcept\", \"data\": \"SpeakerSNC\" }");
-    EXPECT_FALSE(notes[1].numeric);
-    EXPECT_EQ(notes[2].data, "-12");
+    Fm().NotifyUI(0, "Zero", "0");
+    EXPECT_EQ(UiNotes(), (NoteList{Num("Version", 5), Str("HideAllUIExcept", "SpeakerSNC"),
+                                   Num("Negative", -12), Str("Zero", "0")}));
+    EXPECT_EQ(WebApp().Notes().at(1).text,
+              "{ \"cmd\": \"HideAllUIExcept\", \"data\": \"SpeakerSNC\" }");
     EXPECT_EQ(LoadedPages(),
               std::vector<std::string>{"[\"file:///applications/factory/factory-ui.html\", 0]"});
     EXPECT_EQ(Journal().CountCalls("sleep"), 0u) << "the page was there at once";
@@ -56,12 +54,52 @@ TEST_F(UiNotifyTest, FirstNotificationLoadsThePageAndEveryOneArrivesInOrder) {
 
 TEST_F(UiNotifyTest, ClearedNotesStartAfresh) {
     Fm().NotifyUI(0, "Before", 1);
-    WebApp().ClearNotes();
+    ClearUiNotes();
     Fm().NotifyUI(0, "After", 2);
-    const auto notes = WebApp().Notes();
-    ASSERT_EQ(notes.size(), 1u);
-    EXPECT_EQ(notes[0].cmd, "After");
+    EXPECT_EQ(UiNotes(), NoteList{Num("After", 2)});
 }
+
+// A browser closes the socket on the first byte that is not UTF-8, so such bytes
+// become U+FFFD, one per broken sequence, and the message says so at level 2.
+struct Utf8Case {
+    const char* name;
+    const char* data;
+    const char* shown;
+};
+
+void PrintTo(const Utf8Case& c, std::ostream* out) { *out << c.name; }
+
+class Utf8Test : public UiNotifyTest, public ::testing::WithParamInterface<Utf8Case> {};
+
+TEST_P(Utf8Test, PageGetsValidText) {
+    Fm().NotifyUI(0, "SerialNum", GetParam().data);
+    EXPECT_EQ(UiNotes(), NoteList{Str("SerialNum", GetParam().shown)});
+    const bool mended = std::string(GetParam().data) != GetParam().shown;
+    bool logged = false;
+    for (const auto& e : Journal().Entries()) {
+        logged |= e.kind == "log" && (e.mask & 0xFF) == 2 &&
+                  e.args.find("SerialNum") != std::string::npos;
+    }
+    EXPECT_EQ(logged, mended);
+}
+
+#define FFFD "\xEF\xBF\xBD"
+INSTANTIATE_TEST_SUITE_P(
+    UiNotify, Utf8Test,
+    ::testing::Values(Utf8Case{"Erased", "\xFF\xFF\xFF", FFFD FFFD FFFD},
+                      Utf8Case{"Valid", "Gr\xC3\xBC\xC3\x9F \xE2\x82\xAC \xF0\x9F\x93\xBA",
+                               "Gr\xC3\xBC\xC3\x9F \xE2\x82\xAC \xF0\x9F\x93\xBA"},
+                      Utf8Case{"CutSequence", "A\xE2\x82", "A" FFFD},
+                      Utf8Case{"CutBeforeAscii", "\xE2\x82Z", FFFD "Z"},
+                      Utf8Case{"Overlong", "\xC0\xAF", FFFD FFFD},
+                      Utf8Case{"Surrogate", "\xED\xA0\x80", FFFD FFFD FFFD},
+                      Utf8Case{"PastTheLastCodePoint", "\xF4\x90\x80\x80", FFFD FFFD FFFD FFFD},
+                      Utf8Case{"LoneContinuation",
+                               "a\x80"
+                               "b",
+                               "a" FFFD "b"},
+                      Utf8Case{"HighestCodePoint", "\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF"}),
+    [](const ::testing::TestParamInfo<Utf8Case>& info) { return info.param.name; });
 
 TEST_F(UiNotifyTest, WithoutAPageEachNotificationWaitsTenSecondsAndLoadsAgain) {
     WebApp().pageConnects = false;
@@ -83,9 +121,8 @@ TEST_F(UiNotifyTest, PageFoundLaterIsNotReloaded) {
     Fm().NotifyUI(0, "Found", 2);
     Fm().NotifyUI(0, "Again", 3);
     EXPECT_EQ(LoadedPages().size(), 2u);
-    const auto notes = WebApp().Notes();
-    ASSERT_EQ(notes.size(), 2u) << "the first one went to nobody";
-    EXPECT_EQ(notes[0].cmd, "Found");
+    EXPECT_EQ(UiNotes(), (NoteList{Num("Found", 2), Num("Again", 3)}))
+        << "the first one went to nobody";
 }
 
 TEST_F(UiNotifyTest, PagesFromTheEnvironmentIncludeEmptyNames) {

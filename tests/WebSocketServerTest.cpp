@@ -6,6 +6,8 @@
 #include <chrono>
 #include <memory>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "FactoryManager.h"
 #include "SetFixture.h"
@@ -106,6 +108,138 @@ TEST_F(WebSocketServerTest, FactoryModeOffMeansNoGreetingAndNoAnswer) {
     ASSERT_TRUE(page.SendText("{\"cmd\":\"connect\"}"));
     EXPECT_EQ(page.Receive(500), std::nullopt);
     EXPECT_EQ(FactoryManager::m_isFactoryUiLoaded.load(), 0);
+}
+
+TEST_F(WebSocketServerTest, FactoryModeOffThenOnAgainOnTheSameConnection) {
+    auto page = Greeted("factorymode-0");
+    FactoryManager::SetFactoryModeState(0);
+    ASSERT_TRUE(page->SendText("{\"cmd\":\"connect\"}"));
+    Fm().NotifyUI(0, "WhileOff", 1);
+    EXPECT_EQ(page->Receive(300), std::nullopt);
+    EXPECT_FALSE(page->Closed()) << "ignored, not dropped";
+    FactoryManager::SetFactoryModeState(1);
+    Fm().NotifyUI(0, "Back", 2);
+    EXPECT_EQ(page->Receive(), std::optional<std::string>("{ \"cmd\": \"Back\", \"data\": 2 }"));
+    ExpectNothingPending(*page);
+}
+
+// However the page's browser frames its request, it is one request.
+struct Framing {
+    const char* name;
+    std::vector<std::pair<int, std::string>> frames;  // opcode, payload; last one final
+};
+
+void PrintTo(const Framing& framing, std::ostream* out) { *out << framing.name; }
+
+class WebSocketFramingTest : public WebSocketServerTest,
+                             public ::testing::WithParamInterface<Framing> {};
+
+TEST_P(WebSocketFramingTest, ConnectIsAnsweredOnce) {
+    auto page = Greeted("factorymode-0");
+    const auto& frames = GetParam().frames;
+    for (size_t i = 0; i < frames.size(); ++i) {
+        ASSERT_TRUE(page->SendFrame(frames[i].first, frames[i].second, i + 1 == frames.size()));
+    }
+    EXPECT_EQ(page->Receive(), std::optional<std::string>("connect"));
+    Fm().NotifyUI(0, "Next", 1);
+    EXPECT_EQ(page->Receive(), std::optional<std::string>("{ \"cmd\": \"Next\", \"data\": 1 }"))
+        << "one echo only";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    WebSocketServer, WebSocketFramingTest,
+    ::testing::Values(Framing{"Binary", {{0x2, "{\"cmd\":\"connect\"}"}}},
+                      Framing{"Fragmented", {{0x1, "{\"cmd\""}, {0x0, ":\"conn"}, {0x0, "ect\"}"}}},
+                      Framing{"EmptyLastFragment", {{0x1, "{\"cmd\":\"connect\"}"}, {0x0, ""}}}),
+    [](const ::testing::TestParamInfo<Framing>& info) { return info.param.name; });
+
+// A request padded to `size` bytes: {"cmd":"connect","pad":"xxx..."}.
+std::string ConnectOfSize(size_t size) {
+    const std::string head = "{\"cmd\":\"connect\",\"pad\":\"";
+    return head + std::string(size - head.size() - 2, 'x') + "\"}";
+}
+
+struct SizeCase {
+    const char* name;
+    size_t size;
+    size_t fragment;  // bytes per frame
+    bool answered;    // else the connection is closed
+};
+
+void PrintTo(const SizeCase& c, std::ostream* out) { *out << c.name; }
+
+class WebSocketMessageSizeTest : public WebSocketServerTest,
+                                 public ::testing::WithParamInterface<SizeCase> {};
+
+TEST_P(WebSocketMessageSizeTest, FourKibibytesAtMost) {
+    const SizeCase& c = GetParam();
+    auto page = Greeted("factorymode-0");
+    auto other = Greeted("factorymode-0");
+    const std::string text = ConnectOfSize(c.size);
+    for (size_t at = 0; at < text.size() && !page->Closed(); at += c.fragment) {
+        page->SendFrame(at == 0 ? 0x1 : 0x0, text.substr(at, c.fragment),
+                        at + c.fragment >= text.size());
+    }
+    if (c.answered) {
+        EXPECT_EQ(page->Receive(), std::optional<std::string>("connect"));
+        EXPECT_FALSE(Journal().HasLog("connection closed"));
+    } else {
+        EXPECT_TRUE(page->WaitClosed());
+        bool logged = false;
+        for (const auto& entry : Journal().Entries()) {
+            logged |= entry.kind == "log" && (entry.mask & 0xFF) == 2 &&
+                      entry.args.find("connection closed") != std::string::npos;
+        }
+        EXPECT_TRUE(logged) << "logged at level 2";
+    }
+    ExpectNothingPending(*other);  // the other page is not disturbed
+}
+
+INSTANTIATE_TEST_SUITE_P(WebSocketServer, WebSocketMessageSizeTest,
+                         ::testing::Values(SizeCase{"Exactly4KiB", 4096, 4096, true},
+                                           SizeCase{"Exactly4KiBInFragments", 4096, 1000, true},
+                                           SizeCase{"OneByteOver", 4097, 4097, false},
+                                           SizeCase{"OneByteOverInFragments", 4097, 1000, false},
+                                           SizeCase{"SixtyFourKiB", 65536, 65536, false}),
+                         [](const ::testing::TestParamInfo<SizeCase>& info) {
+                             return info.param.name;
+                         });
+
+// A client that streams fragments forever is cut off once 4 KiB have come, and the
+// host hears of it like any closed page.
+TEST_F(WebSocketServerTest, EndlessFragmentsAreCutOff) {
+    auto page = Greeted("factorymode-0");
+    const std::string piece(512, 'f');
+    page->SendFrame(0x1, piece, false);
+    int sent = 1;
+    while (sent < 10000 && page->SendFrame(0x0, piece, false)) {
+        ++sent;
+        if (sent % 4 == 0 && page->Receive(1).has_value()) {
+            break;
+        }
+        if (page->Closed()) {
+            break;
+        }
+    }
+    EXPECT_TRUE(page->WaitClosed());
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(3);
+    while (g_closedCalls == 0 && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    EXPECT_EQ(g_closedCalls.load(), 1);
+}
+
+TEST_F(WebSocketServerTest, TextThatIsNotUtf8ArrivesAsValidUtf8) {
+    auto page = Greeted("factorymode-0");
+    Fm().NotifyUI(0, "SerialNum", "AB\xFF\xFF");
+    Fm().NotifyUI(0, "Name", "Gr\xC3\xBC\xC3\x9F\xE2\x82\xAC");
+    EXPECT_EQ(page->Receive(),
+              std::optional<std::string>(
+                  "{ \"cmd\": \"SerialNum\", \"data\": \"AB\xEF\xBF\xBD\xEF\xBF\xBD\" }"));
+    EXPECT_EQ(page->Receive(),
+              std::optional<std::string>(
+                  "{ \"cmd\": \"Name\", \"data\": \"Gr\xC3\xBC\xC3\x9F\xE2\x82\xAC\" }"))
+        << "valid text byte for byte";
 }
 
 TEST_F(WebSocketServerTest, ChannelSelectsTheProtocol) {

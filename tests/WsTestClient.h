@@ -41,19 +41,31 @@ inline int ConnectTcp(int port, int timeoutMs = 5000, int receiveBuffer = 0) {
     return -1;
 }
 
-// Reads what arrives within the timeout; stops at close.
-inline bool ReadSome(int fd, std::string& into, int timeoutMs) {
+enum class ReadResult { Data, Timeout, Closed };
+
+// Appends what arrives within the timeout. A timeout is not a close: only the peer's
+// end of stream (or a socket error) is.
+inline ReadResult Read(int fd, std::string& into, int timeoutMs) {
     pollfd p{fd, POLLIN, 0};
-    if (poll(&p, 1, timeoutMs) <= 0) {
-        return false;
+    const int ready = poll(&p, 1, timeoutMs < 0 ? 0 : timeoutMs);
+    if (ready == 0) {
+        return ReadResult::Timeout;
+    }
+    if (ready < 0) {
+        return ReadResult::Closed;
     }
     char buffer[65536];
     const ssize_t n = recv(fd, buffer, sizeof(buffer), 0);
     if (n <= 0) {
-        return false;
+        return ReadResult::Closed;
     }
     into.append(buffer, static_cast<size_t>(n));
-    return true;
+    return ReadResult::Data;
+}
+
+// Whether something arrived within the timeout.
+inline bool ReadSome(int fd, std::string& into, int timeoutMs) {
+    return Read(fd, into, timeoutMs) == ReadResult::Data;
 }
 
 // One HTTP/1.0 GET; the whole answer, headers included.
@@ -102,28 +114,57 @@ public:
         return upgraded;
     }
 
-    bool SendText(const std::string& text) {
+    // One masked frame as a browser sends it: `opcode` 1 text, 2 binary, 0 continuation.
+    bool SendFrame(int opcode, const std::string& payload, bool fin = true) {
         std::string frame;
-        frame += static_cast<char>(0x81);
+        frame += static_cast<char>((fin ? 0x80 : 0) | opcode);
         const uint8_t mask[4] = {0x12, 0x34, 0x56, 0x78};
-        if (text.size() < 126) {
-            frame += static_cast<char>(0x80 | text.size());
-        } else if (text.size() < 65536) {
+        if (payload.size() < 126) {
+            frame += static_cast<char>(0x80 | payload.size());
+        } else if (payload.size() < 65536) {
             frame += static_cast<char>(0x80 | 126);
-            frame += static_cast<char>(text.size() >> 8);
-            frame += static_cast<char>(text.size() & 0xFF);
+            frame += static_cast<char>(payload.size() >> 8);
+            frame += static_cast<char>(payload.size() & 0xFF);
         } else {
             frame += static_cast<char>(0x80 | 127);
             for (int i = 7; i >= 0; --i) {
-                frame += static_cast<char>((static_cast<uint64_t>(text.size()) >> (8 * i)) & 0xFF);
+                frame +=
+                    static_cast<char>((static_cast<uint64_t>(payload.size()) >> (8 * i)) & 0xFF);
             }
         }
         frame.append(reinterpret_cast<const char*>(mask), 4);
-        for (size_t i = 0; i < text.size(); ++i) {
-            frame += static_cast<char>(text[i] ^ mask[i % 4]);
+        for (size_t i = 0; i < payload.size(); ++i) {
+            frame += static_cast<char>(payload[i] ^ mask[i % 4]);
         }
-        return send(m_fd, frame.data(), frame.size(), MSG_NOSIGNAL) ==
-               static_cast<ssize_t>(frame.size());
+        return SendRaw(frame);
+    }
+    bool SendText(const std::string& text) { return SendFrame(0x1, text); }
+    // Bytes as they stand; false once the server has gone.
+    bool SendRaw(const std::string& bytes) {
+        return send(m_fd, bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
+               static_cast<ssize_t>(bytes.size());
+    }
+
+    // Takes over a connected socket whose handshake is done (or not needed).
+    void Adopt(int fd) {
+        Close();
+        m_fd = fd;
+    }
+    // Whether the server closed the connection (a close frame or the end of the stream)
+    // as far as this client has read.
+    bool Closed() const { return m_closed; }
+    int Fd() const { return m_fd; }
+
+    // Reads and drops frames until the server closes, within the timeout.
+    bool WaitClosed(int timeoutMs = 3000) {
+        const auto deadline =
+            std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+        while (!m_closed && std::chrono::steady_clock::now() < deadline) {
+            Receive(static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(
+                                         deadline - std::chrono::steady_clock::now())
+                                         .count()));
+        }
+        return m_closed;
     }
 
     // The next text frame's payload, or nothing within the timeout (or at close).
@@ -141,11 +182,16 @@ public:
             const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
                                   deadline - std::chrono::steady_clock::now())
                                   .count();
-            if (left <= 0 || m_closed || !ReadSome(m_fd, m_buffer, static_cast<int>(left))) {
-                if (left > 0 && !m_closed) {
-                    m_closed = true;  // ReadSome failed before the deadline: closed
-                }
+            if (m_closed) {
                 return std::nullopt;
+            }
+            // Past the deadline, what has already arrived is still taken.
+            const ReadResult read = Read(m_fd, m_buffer, left > 0 ? static_cast<int>(left) : 0);
+            if (read == ReadResult::Closed) {
+                m_closed = true;
+            }
+            if (read != ReadResult::Data) {
+                return std::nullopt;  // a timeout leaves the connection as it was
             }
         }
     }

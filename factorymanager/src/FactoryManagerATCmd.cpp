@@ -95,9 +95,14 @@ MAPI_BOOL FactoryManager::OnEvent_GetATCmd(void*, void*, void*) {
     for (const FactoryATCmdRow& row : s_atCmdRows) {
         const char* value = row.status != nullptr ? ((this->*row.status)() != 0 ? "OK" : "NG")
                                                   : (this->*row.text)();
-        // A reader without memory has no value; its row stays zero like an unknown state.
         if (value == nullptr) {
-            continue;
+            // An EDID state the fixture has no text for leaves its row zero; a reader
+            // without memory still gives its label, so a fixture that parses by label
+            // finds every row.
+            if (row.text == &FM::ATCmdEDIDVGA) {
+                continue;
+            }
+            value = "";
         }
         char scratch[100] = {};
         std::snprintf(scratch, sizeof(scratch), row.format, value);

@@ -89,32 +89,44 @@ MAPI_BOOL FactoryManager::OnEvent_FactoryMModeStart(void*, void*, void*) {
     return 1;
 }
 
+namespace {
+// Source 1 or 28 with a current channel whose presence byte is set and whose
+// attribute bits include any of 0x0C.
+bool StoresVolumeWithChannel(MSrv_Control* control) {
+    const MAPI_INPUT_SOURCE_TYPE source = control->GetCurrentInputSource();
+    if (source != MAPI_INPUT_SOURCE_ATV && source != MAPI_INPUT_SOURCE_DTV) {
+        return false;
+    }
+    ChannelManager* channels = TVManager::GetInstance()->getChannelManager();
+    ST_CHANNEL_INFO info{};
+    return channels != nullptr && channels->getCurrentChannelInfo(&info) && info.u8Present &&
+           (info.u8Attribute & 0x0C) != 0;
+}
+}  // namespace
+
 MAPI_BOOL FactoryManager::OnEvent_FactoryVolumeAdj(void*, void*, void* p3) {
     FACTORY_TRACE();
     NotifyUI(0, "HideAllUIExcept", "volume");
     const MAPI_U8 volume = m_pFactoryCmd->GetFactoryVolume();
-    // Outside M-mode the stored volume comes with the event; the live one is the line's.
+    // Outside M-mode the stored volume comes with the event.
     const MAPI_U8 stored = m_pFactoryCmd->GetFactoryMmodeStatus()
                                ? volume
                                : static_cast<MAPI_U8>(reinterpret_cast<uintptr_t>(p3));
     MSrv_Control* control = MSrv_Control::GetInstance();
-    const MAPI_INPUT_SOURCE_TYPE source = control->GetCurrentInputSource();
-    if (source == MAPI_INPUT_SOURCE_ATV || source == MAPI_INPUT_SOURCE_DTV) {
-        ChannelManager* channels = TVManager::GetInstance()->getChannelManager();
-        ST_CHANNEL_INFO info{};
-        if (channels != nullptr && channels->getCurrentChannelInfo(&info) && info.u8Present &&
-            (info.u8Attribute & 0x0C) != 0) {
-            MSrv_System_Database* database = control->GetMSrvSystemDatabase();
-            ST_AUDIO_SETTING audio{};
-            database->GetAudioSetting(&audio);
-            audio.Volume = stored;
-            database->SetAudioSetting(&audio);
-        }
+    // Either/or, by design: a TV channel with the attributes keeps the volume in its
+    // audio setting and the live volume and mute are left alone; anything else hears
+    // the factory volume at once. The UI shows the factory volume in both cases.
+    if (StoresVolumeWithChannel(control)) {
+        MSrv_System_Database* database = control->GetMSrvSystemDatabase();
+        ST_AUDIO_SETTING audio{};
+        database->GetAudioSetting(&audio);
+        audio.Volume = stored;
+        database->SetAudioSetting(&audio);
+    } else {
+        MSrv_SSSound* sound = control->GetMSrvSSSound();
+        sound->SetMuteStatus(kMuteTypeFactory, 0);
+        sound->SetVolume(volume, 1);
     }
-    // The line hears the factory volume at once, whatever was stored above.
-    MSrv_SSSound* sound = control->GetMSrvSSSound();
-    sound->SetMuteStatus(kMuteTypeFactory, 0);
-    sound->SetVolume(volume, 1);
     m_pFactoryCmd->SetFactoryVolumeRequest(0);
     NotifyUI(0, "set-volume", static_cast<long>(volume));
     NotifyUI(0, "set-volumeBar", static_cast<long>(volume));

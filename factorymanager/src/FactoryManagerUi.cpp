@@ -12,6 +12,7 @@
 #include "FactoryWebSocketServer.h"
 #include "IServiceManager.h"
 #include "TvHost.h"
+#include "Utf8Text.h"
 #include "WebAppMgr.h"
 
 namespace {
@@ -51,7 +52,15 @@ void FactoryManager::NotifyUI(int channel, const char* cmd, const char* data) {
         FACTORY_LOG(FACTORY_LOG_ERROR, "NotifyUI: %s without data, not sent", cmd ? cmd : "(null)");
         return;
     }
-    SendNotification(channel, cmd, json_object_new_string(data));
+    // A browser closes the page's socket on the first byte that is not UTF-8 (a
+    // store area still at 0xFF, say), and every later notification would be lost.
+    bool mended = false;
+    const std::string text = factory_text::ValidUtf8(data, &mended);
+    if (mended && cmd != nullptr) {
+        FACTORY_LOG(FACTORY_LOG_ERROR, "NotifyUI: %s data is not UTF-8; bad bytes replaced",
+                    factory_text::ValidUtf8(cmd).c_str());
+    }
+    SendNotification(channel, cmd, json_object_new_string(text.c_str()));
 }
 
 void FactoryManager::SendNotification(int channel, const char* cmd, json_object* data) {
@@ -61,14 +70,20 @@ void FactoryManager::SendNotification(int channel, const char* cmd, json_object*
         return;
     }
     json_object* message = json_object_new_object();
-    json_object_object_add(message, "cmd", json_object_new_string(cmd));
+    bool mended = false;
+    const std::string name = factory_text::ValidUtf8(cmd, &mended);
+    if (mended) {
+        FACTORY_LOG(FACTORY_LOG_ERROR, "NotifyUI: %s is not UTF-8; bad bytes replaced",
+                    name.c_str());
+    }
+    json_object_object_add(message, "cmd", json_object_new_string(name.c_str()));
     json_object_object_add(message, "data", data);
     // The text is sent as it stands: it is never a format, and a cut JSON text
     // would be no message at all.
     const std::string text = json_object_to_json_string(message);
     if (text.size() + 1 > kNotifyBufferSize) {
         FACTORY_LOG(FACTORY_LOG_ERROR,
-                    "NotifyUI: %s is %zu bytes, over the %zu-byte buffer; sent whole", cmd,
+                    "NotifyUI: %s is %zu bytes, over the %zu-byte buffer; sent whole", name.c_str(),
                     text.size(), kNotifyBufferSize);
     }
     if (channel == 0 || channel == 1) {

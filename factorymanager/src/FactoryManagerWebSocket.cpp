@@ -79,6 +79,11 @@ struct Frame {
 // failed. A reading page stays far below it even in a burst of redraws.
 constexpr size_t kMaxQueuedBytes = 1024 * 1024;
 
+// The page's requests are a few dozen bytes. On a set the server listens on the
+// factory network, so a longer message (all its fragments together) is not collected:
+// the connection is closed instead, and nothing a client sends grows the process.
+constexpr size_t kMaxMessageBytes = 4096;
+
 struct Connection {
     int protocol = 0;  // entry of the protocol table
     std::deque<Frame> outbox;
@@ -368,7 +373,16 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
                 if (it == server.connections.end() || in == nullptr) {
                     return 0;
                 }
-                it->second.rx.append(static_cast<const char*>(in), len);
+                std::string& rx = it->second.rx;
+                if (rx.size() + len > kMaxMessageBytes) {
+                    const size_t sofar = rx.size() + len;
+                    std::string().swap(rx);
+                    FACTORY_LOG(FACTORY_LOG_ERROR,
+                                "[%s] message of %zu bytes or more, over %zu: connection closed",
+                                kCallbackFactoryName, sofar, kMaxMessageBytes);
+                    return -1;
+                }
+                rx.append(static_cast<const char*>(in), len);
                 if (!lws_is_final_fragment(wsi)) {
                     return 0;
                 }
