@@ -91,8 +91,6 @@ public:
 private:
     // Calls the host listener, if one is installed.
     static void NotifyFactoryListener(unsigned long code);
-    // Handlers whose page is not in this build yet log so and report unhandled.
-    MAPI_BOOL NotBuiltYet(const char* handler);
 
     MSrv_Factory_Cmd* m_pFactoryCmd = nullptr;
     MSrv_Factory_Default* m_pFactoryDefault = nullptr;

@@ -127,8 +127,3 @@ MAPI_BOOL FactoryManager::OnEvent_FactorySDTest(void*, void*, void*) {
     printf("\n~~ [OnEvent_FactorySDTest] is for 4k2k project. ");
     return 1;
 }
-
-MAPI_BOOL FactoryManager::NotBuiltYet(const char* handler) {
-    FACTORY_LOG(FACTORY_LOG_ERROR, "%s: not built yet", handler);
-    return 0;
-}

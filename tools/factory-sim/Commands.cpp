@@ -187,8 +187,7 @@ std::string Commands::Help(const Words& w, const std::string&, std::string& out)
 std::string Commands::EventList(const Words&, const std::string&, std::string& out) {
     std::ostringstream text;
     for (const auto& e : Events()) {
-        text << e.id << " " << e.shortName << (HandlerBuilt(e.handler) ? "" : " (not built yet)")
-             << "\n";
+        text << e.id << " " << e.shortName << "\n";
     }
     out = text.str();
     return "";
@@ -211,8 +210,7 @@ std::string Commands::EventHelpText(const std::string& word, std::string& out) {
     }
     const std::string params = ParameterHelp(*id);
     out = "event " + std::to_string(*id) + " " + event->shortName + ", handler " + event->handler +
-          (HandlerBuilt(event->handler) ? "" : " (not built yet)") + "\n      " +
-          (params.empty() ? "reads no parameter" : params) + "\n";
+          "\n      " + (params.empty() ? "reads no parameter" : params) + "\n";
     return "";
 }
 

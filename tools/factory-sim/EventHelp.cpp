@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "NotBuiltHandlers.inc"  // generated from the library's sources at configure time
-
 namespace factorysim {
 
 namespace {
@@ -40,11 +38,6 @@ const ParamHelp kParams[] = {
 };
 
 }  // namespace
-
-bool HandlerBuilt(const char* handler) {
-    return std::none_of(std::begin(kNotBuiltHandlers), std::end(kNotBuiltHandlers),
-                        [handler](const char* name) { return std::strcmp(name, handler) == 0; });
-}
 
 std::string ParameterHelp(unsigned int id) {
     for (const auto& p : kParams) {

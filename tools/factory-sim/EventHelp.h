@@ -6,7 +6,6 @@
 namespace factorysim {
 
 // False for a handler that is still a placeholder in this build of the library.
-bool HandlerBuilt(const char* handler);
 // What the event's parameters mean where the library reads them; "" when it reads none.
 std::string ParameterHelp(unsigned int id);
 
