@@ -8,8 +8,8 @@
 #include "FactoryKeyCodes.h"
 #include "FactoryManager.h"
 #include "ProductionTests2Fixture.h"
-#include "SimSystemInfo.h"
 #include "SimProductionTests.h"
+#include "SimSystemInfo.h"
 #include "SimTvRoutes.h"
 
 namespace {

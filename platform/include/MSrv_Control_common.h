@@ -3,7 +3,6 @@
 
 #include "MTypes.h"
 
-
 class MSrv_Control_common {
 public:
     // Set by the platform when the DRM/production keys have been written.

@@ -18,7 +18,7 @@ struct ST_USER_SYSTEM_SETTING {
 
 // The picture settings of one source; the picture mode selects its colour temperatures.
 struct ST_VIDEO {
-    MAPI_U8 ePicture;  // the current picture mode
+    MAPI_U8 ePicture;           // the current picture mode
     MAPI_U8 u8SatelliteSwitch;  // LNB supply on, and DiSEqC input B
 };
 

@@ -121,7 +121,6 @@ MAPI_BOOL MSrv_Factory_Cmd::WhiteRaster() {
 
 MAPI_U8 MSrv_Factory_Cmd::GetAgingMode() { return Panel().agingMode; }
 
-
 MAPI_BOOL MSrv_Factory_Cmd::FT_DVBC_Manual_Tuning_ZYT() {
     Record("MSrv_Factory_Cmd::FT_DVBC_Manual_Tuning_ZYT");
     Dtv().StartRun();

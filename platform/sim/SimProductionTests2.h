@@ -38,7 +38,7 @@ struct FactoryLineState : Area {
 struct DtvTuningState : Area {
     DtvTuningState();
 
-    uint64_t scanMs = 3000;  // how long a tuning run takes
+    uint64_t scanMs = 3000;                             // how long a tuning run takes
     MAPI_U16 scanTv = 12, scanRadio = 3, scanData = 1;  // what a run finds
     std::vector<ST_DTV_PROGRAM_INFO> programs = {{1, 1}, {2, 1}, {3, 2}};
     int lastTuningMode = -1;

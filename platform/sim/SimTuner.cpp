@@ -1,9 +1,9 @@
 // The simulated digital tuner: routes, the demodulator's readings, the cable
 // multiplex, RF information and the satellite front end. Each reading reads the
 // TunerState as it is now, so a page that refreshes shows what a test set last.
-#include "SimSatellite.h"
 #include "SimTuner.h"
 #include "MSrv_DTV_Player_DVBT.h"
+#include "SimSatellite.h"
 #include "SimTvRoutes.h"
 
 #include "MSrv_Control.h"
@@ -105,18 +105,23 @@ MAPI_BOOL MSrv_DTV_Player_DVBS::GetCurrProgramDemodInfo(ST_DVBS_DEMOD_INFO* info
 }
 
 MAPI_BOOL MSrv_DTV_Player_DVBS::GetSatelliteInfoByID(MAPI_U8 satellite, ST_SATELLITE_INFO* info) {
-    if (info == nullptr || satellite != sim::Set::Instance().Get<sim::SatelliteState>().currentSatellite) {
+    if (info == nullptr ||
+        satellite != sim::Set::Instance().Get<sim::SatelliteState>().currentSatellite) {
         return 0;
     }
     *info = ST_SATELLITE_INFO{T().lnbNumber, 9750, 10600};
     return 1;
 }
 
-MAPI_U16 MSrv_DTV_Player_DVBS::GetCurrentTransponderNo() { return sim::Set::Instance().Get<sim::SatelliteState>().currentTransponder; }
+MAPI_U16 MSrv_DTV_Player_DVBS::GetCurrentTransponderNo() {
+    return sim::Set::Instance().Get<sim::SatelliteState>().currentTransponder;
+}
 
 MAPI_BOOL MSrv_DTV_Player_DVBS::GetTransponderInfo(MAPI_U8 satellite, MAPI_U16 transponder,
                                                    ST_TRANSPONDER_INFO* info) {
-    if (info == nullptr || satellite != sim::Set::Instance().Get<sim::SatelliteState>().currentSatellite || transponder != sim::Set::Instance().Get<sim::SatelliteState>().currentTransponder) {
+    if (info == nullptr ||
+        satellite != sim::Set::Instance().Get<sim::SatelliteState>().currentSatellite ||
+        transponder != sim::Set::Instance().Get<sim::SatelliteState>().currentTransponder) {
         return 0;
     }
     const sim::TunerState& t = T();

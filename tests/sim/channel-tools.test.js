@@ -3,40 +3,14 @@
 "use strict";
 const { test } = require("node:test");
 const assert = require("node:assert");
-const { spawn } = require("node:child_process");
-const net = require("node:net");
 const fs = require("node:fs");
 const os = require("node:os");
 const path = require("node:path");
 
-const BINARY = process.env.FACTORY_SIM;
-const EXAMPLES = process.env.FACTORY_SIM_EXAMPLES;
-
-function freePort() {
-  return new Promise((resolve) => {
-    const server = net.createServer().listen(0, "127.0.0.1", () => {
-      const { port } = server.address();
-      server.close(() => resolve(port));
-    });
-  });
-}
+const { EXAMPLES, runFactorySim } = require("./sim-run");
 
 async function runScript(file) {
-  const work = fs.mkdtempSync(path.join(os.tmpdir(), "channel-tools-"));
-  const port = await freePort();
-  const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), "--script", file], {
-    cwd: work, env: { ...process.env, TMPDIR: work },
-  });
-  let stdout = "";
-  let stderr = "";
-  child.stdout.on("data", (d) => { stdout += d; });
-  child.stderr.on("data", (d) => { stderr += d; });
-  child.stdin.end();
-  const timer = setTimeout(() => child.kill("SIGKILL"), 60000);
-  const status = await new Promise((resolve) => child.on("close", resolve));
-  clearTimeout(timer);
-  fs.rmSync(work, { recursive: true, force: true });
-  return { status, stdout, stderr };
+  return runFactorySim(["--script", file], { prefix: "channel-tools-" });
 }
 
 function scriptFile(lines) {

@@ -4,43 +4,16 @@
 "use strict";
 const { test } = require("node:test");
 const assert = require("node:assert");
-const { spawn } = require("node:child_process");
-const net = require("node:net");
 const fs = require("node:fs");
-const os = require("node:os");
 const path = require("node:path");
 
-const BINARY = process.env.FACTORY_SIM;
-const EXAMPLES = process.env.FACTORY_SIM_EXAMPLES;
-
-function freePort() {
-  return new Promise((resolve) => {
-    const server = net.createServer().listen(0, "127.0.0.1", () => {
-      const { port } = server.address();
-      server.close(() => resolve(port));
-    });
-  });
-}
+const { EXAMPLES, runFactorySim } = require("./sim-run");
 
 // Runs factory-sim to the end on a root of our own, in a folder of its own.
 async function run(args, files = {}) {
-  const work = fs.mkdtempSync(path.join(os.tmpdir(), "factory-sim-production-"));
-  const tmp = path.join(work, "tmp");
-  const root = path.join(work, "root");
-  fs.mkdirSync(tmp);
-  for (const [name, text] of Object.entries(files)) fs.writeFileSync(path.join(work, name), text);
-  const port = await freePort();
-  const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), "--root", root,
-    ...args], { cwd: work, env: { ...process.env, TMPDIR: tmp } });
-  let stdout = "";
-  let stderr = "";
-  child.stdout.on("data", (d) => { stdout += d; });
-  child.stderr.on("data", (d) => { stderr += d; });
-  child.stdin.end();
-  const timer = setTimeout(() => child.kill("SIGKILL"), 60000);
-  const status = await new Promise((resolve) => child.on("close", resolve));
-  clearTimeout(timer);
-  return { status, stdout, stderr, work, root };
+  const r = await runFactorySim(["--root", "root", ...args],
+                                { files, keep: true, prefix: "factory-sim-production-" });
+  return { ...r, root: path.join(r.work, "root") };
 }
 
 test("the station sequence example passes in virtual time and ships the set out", async () => {

@@ -3,41 +3,14 @@
 "use strict";
 const { test } = require("node:test");
 const assert = require("node:assert");
-const { spawn } = require("node:child_process");
-const net = require("node:net");
 const fs = require("node:fs");
 const os = require("node:os");
 const path = require("node:path");
 
-const BINARY = process.env.FACTORY_SIM;
-const EXAMPLES = process.env.FACTORY_SIM_EXAMPLES || path.join(__dirname, "..", "..", "examples");
+const { EXAMPLES, runFactorySim } = require("./sim-run");
 
-function freePort() {
-  return new Promise((resolve) => {
-    const server = net.createServer().listen(0, "127.0.0.1", () => {
-      const { port } = server.address();
-      server.close(() => resolve(port));
-    });
-  });
-}
-
-// factory-sim to the end on a script, in a folder of its own.
 async function runScript(script) {
-  const work = fs.mkdtempSync(path.join(os.tmpdir(), "service-mode-"));
-  const tmp = path.join(work, "tmp");
-  fs.mkdirSync(tmp);
-  const port = await freePort();
-  const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), "--script", script],
-                      { cwd: work, env: { ...process.env, TMPDIR: tmp } });
-  let stdout = "";
-  let stderr = "";
-  child.stdout.on("data", (d) => { stdout += d; });
-  child.stderr.on("data", (d) => { stderr += d; });
-  const timer = setTimeout(() => child.kill("SIGKILL"), 60000);
-  const status = await new Promise((resolve) => child.on("close", resolve));
-  clearTimeout(timer);
-  fs.rmSync(work, { recursive: true, force: true });
-  return { status, stdout, stderr };
+  return runFactorySim(["--script", script], { prefix: "service-mode-" });
 }
 
 async function runLines(lines) {

@@ -3,30 +3,13 @@
 "use strict";
 const { test } = require("node:test");
 const assert = require("node:assert");
-const { spawn } = require("node:child_process");
 const fs = require("node:fs");
-const os = require("node:os");
 const path = require("node:path");
 
-const BINARY = process.env.FACTORY_SIM;
-const EXAMPLES = process.env.FACTORY_SIM_EXAMPLES || path.join(__dirname, "..", "..", "examples");
+const { EXAMPLES, runFactorySim } = require("./sim-run");
 
 async function run(args, files = {}) {
-  const work = fs.mkdtempSync(path.join(os.tmpdir(), "sound-media-"));
-  for (const [name, text] of Object.entries(files)) fs.writeFileSync(path.join(work, name), text);
-  // Port 0 is refused for the UI server; a high random one keeps parallel runs apart.
-  const port = String(20000 + Math.floor(Math.random() * 30000));
-  const child = spawn(BINARY, ["--control-port", "0", "--port", port, ...args], { cwd: work });
-  let stdout = "";
-  let stderr = "";
-  child.stdout.on("data", (d) => { stdout += d; });
-  child.stderr.on("data", (d) => { stderr += d; });
-  child.stdin.end();
-  const timer = setTimeout(() => child.kill("SIGKILL"), 60000);
-  const status = await new Promise((resolve) => child.on("close", resolve));
-  clearTimeout(timer);
-  fs.rmSync(work, { recursive: true, force: true });
-  return { status, stdout, stderr };
+  return runFactorySim(args, { files, prefix: "sound-media-" });
 }
 
 test("the example tunes band 6 and its twin, a shutter length, the console and the USB drive", async () => {

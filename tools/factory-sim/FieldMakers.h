@@ -14,7 +14,6 @@
 
 namespace factorysim {
 
-
 template <class A>
 inline A& AreaOf() {
     return sim::Set::Instance().Get<A>();

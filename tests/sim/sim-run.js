@@ -1,0 +1,45 @@
+// Runs factory-sim to its end in a folder of its own, for the page families' tests:
+// a free UI port, no control endpoint, the set's temporary files under that folder.
+"use strict";
+const { spawn } = require("node:child_process");
+const net = require("node:net");
+const fs = require("node:fs");
+const os = require("node:os");
+const path = require("node:path");
+
+const BINARY = process.env.FACTORY_SIM;
+const EXAMPLES = process.env.FACTORY_SIM_EXAMPLES || path.join(__dirname, "..", "..", "examples");
+
+function freePort() {
+  return new Promise((resolve) => {
+    const server = net.createServer().listen(0, "127.0.0.1", () => {
+      const { port } = server.address();
+      server.close(() => resolve(port));
+    });
+  });
+}
+
+// files: name -> text, written into the run's folder (the working directory), so that
+// args may name them; keep: leave the folder for the caller (returned as work).
+async function runFactorySim(args, { files = {}, keep = false, prefix = "factory-sim-" } = {}) {
+  const work = fs.mkdtempSync(path.join(os.tmpdir(), prefix));
+  const tmp = path.join(work, "tmp");
+  fs.mkdirSync(tmp);
+  for (const [name, text] of Object.entries(files)) fs.writeFileSync(path.join(work, name), text);
+  const port = await freePort();
+  const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), ...args], {
+    cwd: work, env: { ...process.env, TMPDIR: tmp },
+  });
+  let stdout = "";
+  let stderr = "";
+  child.stdout.on("data", (d) => { stdout += d; });
+  child.stderr.on("data", (d) => { stderr += d; });
+  child.stdin.end();
+  const timer = setTimeout(() => child.kill("SIGKILL"), 60000);
+  const status = await new Promise((resolve) => child.on("close", resolve));
+  clearTimeout(timer);
+  if (!keep) fs.rmSync(work, { recursive: true, force: true });
+  return { status, stdout, stderr, work };
+}
+
+module.exports = { BINARY, EXAMPLES, freePort, runFactorySim };
