@@ -617,9 +617,10 @@ void FactoryManager::SerialLogVersionsSelfCheck() {
 }
 
 void FactoryManager::SerialLogVersionsColorTemperature() {
-    int values[sizeof(kColorRows) / sizeof(kColorRows[0])];
-    for (size_t i = 0; i < sizeof(kColorRows) / sizeof(kColorRows[0]); ++i) {
-        values[i] = (this->*kColorRows[i].getter)();
+    int values[sizeof(kColorRows) / sizeof(kColorRows[0])] = {};
+    int* value = values;
+    for (const ColorRow& row : kColorRows) {
+        *value++ = (this->*row.getter)();
     }
     SerialLogTable t(std::cout);
     t.Cell(" ").Cell("Warm").Cell("Medium").Cell("Cool").EndRow();
