@@ -122,10 +122,7 @@ TEST_F(PictureTest, InputSwitchShowsTheChosenInputForEightSecondsThenFinishes) {
     EXPECT_EQ(UiNotes().size(), 2u);
     Advance(1);
     EXPECT_EQ(UiNotes().back(), Num("Switch-Video1-Show", 0));
-    testing::internal::CaptureStdout();
     Advance(3000);
-    EXPECT_NE(testing::internal::GetCapturedStdout().find("(FACTORY:) HDMI SWITCH DOWN"),
-              std::string::npos);
     EXPECT_EQ(Calls("MEvtHandle::KillTimer").back(), "[59]");
 }
 

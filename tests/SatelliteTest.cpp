@@ -226,19 +226,3 @@ TEST_F(SatelliteTest, ThePolarisationHideTimerHidesItsPage) {
 }
 
 }  // namespace
-
-namespace {
-
-TEST_F(SatelliteTest, InMModeEachTestAlsoLogsItsResultForTheLine) {
-    Tv().Get<sim::MModeState>().mMode = true;
-    Sat().dish22kFails = true;
-    SatInfo(169);
-    SatInfo(218);
-    SatInfo(213);
-    EXPECT_TRUE(Journal().HasLog("(FACTORY:) LNB Off"));
-    EXPECT_TRUE(Journal().HasLog("(FACTORY:) 22kHz Tone On fail"));
-    EXPECT_TRUE(Journal().HasLog("(FACTORY:) DiSEqC SW B"));
-    EXPECT_FALSE(Journal().HasLog("(FACTORY:) LNB On"));
-}
-
-}  // namespace

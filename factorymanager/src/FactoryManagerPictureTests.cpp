@@ -151,7 +151,10 @@ MAPI_BOOL FactoryManager::OnTimer_SwitchInputSource(void*, void*, void*) {
 
 MAPI_BOOL FactoryManager::OnTimer_SwitchInputSourceFinished(void*, void*, void*) {
     KillTimer(kSwitchDoneTimer);
-    printf("\n(FACTORY:) HDMI SWITCH DOWN\n");
+    // A line-station line, like every "(FACTORY:)" line: the console shows it in M-mode only.
+    if (m_pFactoryCmd->GetFactoryMmodeStatus()) {
+        printf("\n(FACTORY:) HDMI SWITCH DOWN\n");
+    }
     return 1;
 }
 

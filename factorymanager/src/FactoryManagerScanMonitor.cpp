@@ -101,8 +101,8 @@ MAPI_BOOL FactoryManager::OnTimer_CITestStatus(void*, void*, void*) {
     const char* line = ok ? "(FACTORY:) CI test OK" : "(FACTORY:) CI test NG";
     if (m_pFactoryCmd->GetFactoryMmodeStatus()) {
         FACTORY_LOG(FACTORY_LOG_INFO, "%s", line);
+        printf("\n%s \n", line);
     }
-    printf("\n%s \n", line);
     if (ok) {
         NotifyUI(0, "CITest-OK", "CI FACTORY TEST : OK");
     } else {
