@@ -45,9 +45,17 @@ TEST_P(AdcFormatTest, StartsOnlyOnAStableSignalOfTheRightFormat) {
     const FormatCase& c = GetParam();
     Input(c.source, c.w, c.h, c.vfreq, c.standard);
     Signal().present = c.signal;
+    testing::internal::CaptureStdout();
     Post(232, 0, 0);
+    const std::string console = testing::internal::GetCapturedStdout();
     EXPECT_EQ(Fm().m_bIsADCAdjustmentTesting, 1);
     if (!c.starts) {
+        // The station's console names the handler of the event.
+        const std::string ng =
+            c.signal ? "Detect signal format --> NG" : "Detect Video signal  --> NG";
+        EXPECT_NE(console.find("\033[1;32m" + ng + "OnEvent_FactoryADCAdjustment("),
+                  std::string::npos)
+            << console;
         EXPECT_EQ(TakeNotes(), NoteList{Str("HideAllUIExcept", "ADCAdjustment")});
         EXPECT_EQ(Journal().CountCalls("MSrv_Factory_Cmd::SetADC"), 0u);
         EXPECT_EQ(Journal().CountCalls("MEvtHandle::SetTimer"), 0u);

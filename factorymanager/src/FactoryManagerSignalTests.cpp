@@ -72,13 +72,16 @@ SignalKind KindOf(int source) {
 // Vertical frequency in tenths of a hertz, strictly inside the 60 Hz window.
 bool Is60Hz(const ST_MAPI_TIMING_INFO& t) { return t.u16VFreq > 580 && t.u16VFreq < 620; }
 
+// The station's console names the event handler, not the helper that does its checks.
+constexpr const char* kAdcHandler = "OnEvent_FactoryADCAdjustment";
+
 }  // namespace
 
 MAPI_BOOL FactoryManager::ADCInputReady(int source) {
     MSrv_Player* player =
         MSrv_Control::GetInstance()->GetMSrvPlayer(static_cast<MAPI_INPUT_SOURCE_TYPE>(source));
     if (player == nullptr || !player->IsSignalStable()) {
-        printf("\033[1;32mDetect Video signal  --> NG%s(%d)\033[m\n", __FUNCTION__, __LINE__);
+        printf("\033[1;32mDetect Video signal  --> NG%s(%d)\033[m\n", kAdcHandler, __LINE__);
         return 0;
     }
     bool ok = false;
@@ -90,7 +93,7 @@ MAPI_BOOL FactoryManager::ADCInputReady(int source) {
         ok = player->GetTimingInfo(&timing) && timing.u16Width == 1920 &&
              timing.u16Height == 1080 && Is60Hz(timing);
         if (!ok) {
-            printf("\033[1;32mDetect signal format --> NG%s(%d) \033[m\n", __FUNCTION__, __LINE__);
+            printf("\033[1;32mDetect signal format --> NG%s(%d) \033[m\n", kAdcHandler, __LINE__);
             return 0;
         }
     } else if (source >= kSourceCVBSFirst && source <= kSourceCVBSLast) {
@@ -98,7 +101,7 @@ MAPI_BOOL FactoryManager::ADCInputReady(int source) {
         ok = standard == 0 || standard == 1 || standard == 4 || standard == 5;
     }
     if (!ok) {
-        printf("\033[1;32mDetect signal format --> NG%s(%d)\033[m\n", __FUNCTION__, __LINE__);
+        printf("\033[1;32mDetect signal format --> NG%s(%d)\033[m\n", kAdcHandler, __LINE__);
     }
     return ok ? 1 : 0;
 }
