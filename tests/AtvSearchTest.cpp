@@ -235,6 +235,8 @@ TEST_F(AtvSearchTest, ScanInfoIsIgnoredWithoutARunAndAfterTheRunStopped) {
     ClearUiNotes();
     ScanInfo(50, 55250);
     EXPECT_EQ(UiNotes(), NoteList{});
+    // Only a manual run is asked for its direction: no middleware call otherwise.
+    EXPECT_EQ(Journal().CountCalls("MSrv_ATV_Player::GetManualTuneMode"), 0u);
     Tuner().Start(55250, 0);
     Advance(5000);
     EXPECT_EQ(UiNotes(), NoteList{});
@@ -403,7 +405,7 @@ TEST_P(AtvExitTest, ExitRestoresTheProgramAndShowsBlueOnlyWithoutSignalOutsideMM
     EXPECT_EQ(Fm().m_bATVTuningSearchMode, 0);
     EXPECT_EQ(Calls("MSrv_ATV_Player::ChangeProgram"), std::vector<std::string>{"[1, 1]"});
     EXPECT_EQ(Tuner().currentProgram, 1);
-    EXPECT_EQ(Calls("MSrv_System_Database::SetBlueScreenEnable"),
+    EXPECT_EQ(Calls("MSrv_Control::SetBlueScreenEnable"),
               c.blueScreenSet ? std::vector<std::string>{"[1]"} : std::vector<std::string>{});
     EXPECT_EQ(mMode.user.bBlueScreen, c.blueScreenSet ? 1 : c.blueFlag);
     EXPECT_EQ(UiNotes(), NoteList{Num("ATV-Tunning-Up-Search-Show", 0)});

@@ -275,7 +275,9 @@ MAPI_BOOL FactoryManager::OnEvent_AtvScanInfo(void*, void* p2, void*) {
                 static_cast<int>(AtvChannelPlan::kCRows * sizeof(AtvChannelPlan::Row)),
                 static_cast<int>(sizeof(AtvChannelPlan::Row)));
     int lastRow = 0;
-    const eAtvManualTuneMode mode = Atv()->GetManualTuneMode();
+    // The player is asked for the run's direction only while a manual run is going.
+    const eAtvManualTuneMode mode =
+        m_bManualTuning ? Atv()->GetManualTuneMode() : E_MANUAL_TUNE_MODE_UNDEFINE;
     if (m_bManualTuning && (mode == E_MANUAL_TUNE_MODE_SEARCH_ONE_TO_UP ||
                             mode == E_MANUAL_TUNE_MODE_SEARCH_ONE_TO_DOWN)) {
         const bool down = mode == E_MANUAL_TUNE_MODE_SEARCH_ONE_TO_DOWN;
@@ -420,7 +422,7 @@ MAPI_BOOL FactoryManager::ExitATVTuningSearch() {
         db->GetUserSystemSetting(&setting);
         if (setting.bBlueScreen == 0 && atv->IsATVSignalLock() == 0) {
             setting.bBlueScreen = 1;
-            db->SetBlueScreenEnable(1);
+            MSrv_Control::GetInstance()->SetBlueScreenEnable(1);
             db->SetUserSystemSetting(&setting);
         }
     }

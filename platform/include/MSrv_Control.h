@@ -71,6 +71,8 @@ public:
     MSrv_ATV_Database* GetMSrvAtvDatabase();
     MSrv_ChannelManager* GetMSrvChannelManager();
     MAPI_BOOL SetATVManualTuneFinishChannel(unsigned char channel);
+    // The blue screen shown on a source without signal.
+    MAPI_BOOL SetBlueScreenEnable(unsigned char enable);
     // The set's real-time clock, in seconds.
     MAPI_U32 RTCGetCLK();
 };

@@ -135,6 +135,13 @@ MAPI_BOOL MSrv_System_Database::SetBlueScreenEnable(MAPI_BOOL enable) {
     return 1;
 }
 
+// The control object's switch of the same blue screen.
+MAPI_BOOL MSrv_Control::SetBlueScreenEnable(unsigned char enable) {
+    Record("MSrv_Control::SetBlueScreenEnable", ArgList(enable));
+    MMode().blueScreen = enable != 0;
+    return 1;
+}
+
 MAPI_BOOL MSrv_System_Database_DVB::RestoreDefaultDataTransfer() {
     Record("MSrv_System_Database_DVB::RestoreDefaultDataTransfer", ArgList());
     return 1;
