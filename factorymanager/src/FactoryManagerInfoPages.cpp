@@ -265,11 +265,8 @@ MAPI_BOOL FactoryManager::ExitVersionMode() {
     m_pFactoryCmd->SetFactoryOSDStatus(m_bVersionMode);
     m_u8VersionPage = 0;
     OnEvent_GetATCmd(nullptr, nullptr, nullptr);
-    // Every way out gives the host's UI back, once.
-    if (m_bVersionShownByCommand) {
-        m_bVersionShownByCommand = 0;
-        InfoZYTAppMgrForVersion(0);
-    }
+    // The host's UI is given back by the exit keys and the reset, not by a second
+    // event 188: the host sees only what that close announces.
     return 1;
 }
 
