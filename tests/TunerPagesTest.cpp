@@ -329,3 +329,48 @@ TEST_F(TunerPagesTest, SatelliteRouteWithoutTheSatellitePlayerShowsTheZeroedReco
 }
 
 }  // namespace
+
+namespace {
+
+// Without a demodulator only the rows that ask it go blank; the tuner driver's, the
+// satellite record's and the stored LNB settings' rows keep their values.
+TEST_F(TunerPagesTest, WithoutADemodulatorOnlyItsOwnRowsGoBlank) {
+    Tuner().demodulatorPresent = false;
+    Route(0x40);
+    Tv().Get<sim::MModeState>().user.u8LNBPower = 0;
+    Tuner().polarity = 1;
+    Tuner().satSymbolRate = 27500;
+    Fm().mAPI_ShowTuner();
+    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "TunerDVBS"),
+                                   Str("Tuner-Modulation-System-DVBS", "DVB-S2"),
+                                   Str("Tuner-Frequency-DVBS", "10994"),
+                                   Str("Tuner-2nd-IF-Frequency-DVBS", ""),
+                                   Str("Tuner-Frequency-Offset-DVBS", ""),
+                                   Str("Tuner-Bandwidth-DVBS", ""),
+                                   Str("Tuner-Lock-Status-DVBS", ""),
+                                   Str("Tuner-SNR-DVBS", ""),
+                                   Str("Tuner-Signal-Power-DVBS", ""),
+                                   Str("Tuner-Signal-Quality-Index-DVBS", ""),
+                                   Str("Tuner-Signal-Strength-Index-DVBS", ""),
+                                   Str("Tuner-Bit-Error-Rate-DVBS", ""),
+                                   Str("Tuner-Uncorrected-Error-DVBS", ""),
+                                   Str("Tuner-Modulation-DVBS", ""),
+                                   Str("Tuner-Code-Rate-DVBS", ""),
+                                   Str("Tuner-Symbol-Rate-DVBS", "27500"),
+                                   Str("Tuner-Roll-Off-DVBS", ""),
+                                   Str("Tuner-LNB-Power-DVBS", "OFF"),
+                                   Str("Tuner-LNB-System-DVBS", "None"),
+                                   Str("Tuner-LNB-Number-DVBS", "1"),
+                                   Str("Tuner-LNB-Band-DVBS", ""),
+                                   Str("Tuner-LNB-Polarity-DVBS", "V(13V)"),
+                                   Str("Tuner-LNB-Ant-Error-DVBS", "NORMAL"),
+                                   Num("TunerDVBS", 1)}));
+    ClearUiNotes();
+    Route(32);
+    Fm().mAPI_ShowTuner();
+    EXPECT_EQ(Count(Str("Tuner-Bandwidth", "8MHz")), 1u) << "from the tuner driver";
+    EXPECT_EQ(Count(Str("Tuner-Signal-Power", "-52.5")), 1u) << "from the tuner driver";
+    EXPECT_EQ(Count(Str("Tuner-SNR", "")), 1u);
+}
+
+}  // namespace

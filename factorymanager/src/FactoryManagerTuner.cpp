@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <type_traits>
 
 #include "DemodFormat.h"
 #include "DemodLabels.h"
@@ -317,21 +318,32 @@ mapi_demodulator* FactoryManager::TunerDemodulator() {
 }
 
 namespace {
+// A row that asks the demodulator is blank without one; a row whose source is
+// elsewhere (the tuner driver, the satellite record, the stored settings) takes no
+// demodulator and keeps its value.
+template <typename F>
+std::string Read(mapi_demodulator* d, F row) {
+    if constexpr (std::is_invocable_v<F>) {
+        return row();
+    } else {
+        return d != nullptr ? row(*d) : std::string();
+    }
+}
+
 // The shape every buffer formatter shares: the terrestrial/cable text for sources
-// 1-3, the satellite text for 4-5, the other text (default empty) for the rest; each
-// branch is given the demodulator, which may be null.
+// 1-3, the satellite text for 4-5, the other text (default empty) for the rest.
 template <class T, class S>
 std::string ByBranch(MAPI_U32 source, mapi_demodulator* d, T terrestrial, S satellite,
                      std::string other = std::string()) {
     if (Terrestrial(source)) {
-        return d != nullptr ? terrestrial(*d) : std::string();
+        return Read(d, terrestrial);
     }
     if (Satellite(source)) {
-        return d != nullptr ? satellite(*d) : std::string();
+        return Read(d, satellite);
     }
     return other;
 }
-std::string None(mapi_demodulator&) { return std::string(); }
+std::string None() { return std::string(); }
 }  // namespace
 
 const char* FactoryManager::GetTunerModulationSystem() {
@@ -344,7 +356,7 @@ const char* FactoryManager::GetTunerModulationSystem() {
                        const MAPI_U8 type = d.GetCurrentDemodulatorType();
                        return IsDvbt(type) ? "DVB-T" : IsDvbt2(type) ? "DVB-T2" : "DVB-C";
                    },
-                   [&](mapi_demodulator&) -> std::string {
+                   [&]() -> std::string {
                        // Only the second satellite route knows which system it carries.
                        if (source != 5) {
                            return "";
@@ -403,9 +415,7 @@ const char* FactoryManager::GetBandwidth() {
     return Put(out, 17,
                ByBranch(
                    GetTVSource(), TunerDemodulator(),
-                   [](mapi_demodulator&) {
-                       return Label(DemodLabels::Bandwidth, TUNDRV_GetDTVBandwidth());
-                   },
+                   []() { return Label(DemodLabels::Bandwidth, TUNDRV_GetDTVBandwidth()); },
                    [](mapi_demodulator& d) {
                        return DemodFormat::Float(DemodFormat::SatelliteBandwidth(
                            d.GetDVBS_Demod_SymbolRate(), d.GetDVBS_Demod_RollOff()));
@@ -444,8 +454,7 @@ const char* FactoryManager::GetTunerSignalPower() {
     return Put(
         out, 21,
         ByBranch(
-            source, TunerDemodulator(),
-            [](mapi_demodulator&) { return DemodFormat::OneDecimal(TUNDRV_GetRSSI()); },
+            source, TunerDemodulator(), []() { return DemodFormat::OneDecimal(TUNDRV_GetRSSI()); },
             [](mapi_demodulator& d) { return DemodFormat::Integer(d.GetDVBS_Demod_SignalLevel()); },
             analogue));
 }
@@ -589,8 +598,7 @@ const char* FactoryManager::GetTuner2ndIFFrequency() {
 
 const char* FactoryManager::GetTunerSymbolRate() {
     char* out = TunerBuffer(kSymbolRate, 13);
-    return Put(out, 13,
-               ByBranch(GetTVSource(), TunerDemodulator(), None, [this](mapi_demodulator&) {
+    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [this]() {
                    return DemodFormat::Integer(m_stDVBSDemodInfo.s32SymbolRate);
                }));
 }
@@ -615,21 +623,21 @@ ST_USER_SYSTEM_SETTING UserSetting() {
 
 const char* FactoryManager::GetTunerLNBPower() {
     char* out = TunerBuffer(kLNBPower, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [](mapi_demodulator&) {
+    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
                    return Label(DemodLabels::LNBPower, UserSetting().u8LNBPower);
                }));
 }
 
 const char* FactoryManager::GetTunerLNBSystem() {
     char* out = TunerBuffer(kLNBSystem, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [](mapi_demodulator&) {
+    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
                    return Label(DemodLabels::LNBSystem, UserSetting().u8LNBSystem);
                }));
 }
 
 const char* FactoryManager::GetTunerLNBNumber() {
     char* out = TunerBuffer(kLNBNumber, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [](mapi_demodulator&) {
+    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
                    MSrv_DTV_Player_DVBS* dvbs = SatellitePlayer();
                    ST_SATELLITE_INFO info{};
                    if (dvbs == nullptr ||
@@ -649,7 +657,7 @@ const char* FactoryManager::GetTunerLNBBand() {
 
 const char* FactoryManager::GetTunerLNBPolarity() {
     char* out = TunerBuffer(kLNBPolarity, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [](mapi_demodulator&) {
+    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
                    MSrv_DTV_Player_DVBS* dvbs = SatellitePlayer();
                    ST_TRANSPONDER_INFO info{};
                    if (dvbs == nullptr ||
@@ -663,7 +671,7 @@ const char* FactoryManager::GetTunerLNBPolarity() {
 
 const char* FactoryManager::GetTunerLNBAntError() {
     char* out = TunerBuffer(kLNBAntError, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [](mapi_demodulator&) {
+    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
                    MSrv_DTV_Player_DVB* dtv = MSrv_Control::GetInstance()->GetMSrvDtv();
                    const bool protect =
                        dtv != nullptr && (dtv->GetErrorStatus() & E_DVB_ERROR_LNB_SHORT_PROTECT);
