@@ -36,6 +36,8 @@ protected:
 TEST_F(SimRootTest, ShellFormsOfTheLibraryWorkInsideTheRoot) {
     Root().WriteFile("/Customer/factory/a.txt", "a");
     Root().WriteFile("/Customer/factory/sub/b.txt", "b");
+    Root().WriteFile("/Customer/factory/.keep", "");
+    Root().WriteFile("/Customer/factory/.hidden/c.txt", "c");
     EXPECT_TRUE(Root().RunCommand("cp /Customer/factory/a.txt /OAD/a.txt"));
     EXPECT_EQ(Root().ReadFile("/OAD/a.txt"), "a");
     EXPECT_TRUE(Root().RunCommand("chmod 600 /OAD/a.txt"));
@@ -46,6 +48,12 @@ TEST_F(SimRootTest, ShellFormsOfTheLibraryWorkInsideTheRoot) {
     EXPECT_TRUE(Root().Exists("/Customer/factory"));
     EXPECT_FALSE(Root().Exists("/Customer/factory/a.txt"));
     EXPECT_FALSE(Root().Exists("/Customer/factory/sub"));
+    // As a POSIX shell expands it: `*` leaves the dot-entries.
+    EXPECT_TRUE(Root().Exists("/Customer/factory/.keep"));
+    EXPECT_TRUE(Root().Exists("/Customer/factory/.hidden/c.txt"));
+    EXPECT_TRUE(Root().RunCommand("rm -rf /Customer/factory/.hidden/*"));
+    EXPECT_TRUE(Root().RunCommand("rm -rf /Customer/nothing/*"))
+        << "an unmatched pattern is no error for rm -f";
     EXPECT_TRUE(Root().RunCommand("touch /Customer/factory/shipout.code"));
     EXPECT_TRUE(Root().Exists("/Customer/factory/shipout.code"));
     EXPECT_TRUE(Root().RunCommand("rm -f /Customer/factory/shipout.code /nothing/here"));

@@ -55,6 +55,7 @@ void InstallDemoProductionFiles(const std::filesystem::path& rootFolder) {
         {"Customer/stagecraft-data/cookies", "station=5\n"},
         {"Customer/stagecraft-data/shared-objects/line.sol", "line test object\n"},
         {"OAD/line-download.bin", "line OAD image\n"},
+        {"OAD/.keep", ""},  // the update partition's marker, which `rm -rf /OAD/*` leaves
         {"applications/Intel_Widi/config/profiles.config", "# shipping profiles\n"},
         {"applications/Intel_Widi/config/adapter.config", "# shipping adapter\n"},
     };

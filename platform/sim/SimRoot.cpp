@@ -310,7 +310,8 @@ bool Root::RemoveContents(const std::string& tvPath) const {
     std::vector<std::string> names;
     while (dirent* entry = ::readdir(list)) {
         const std::string name = entry->d_name;
-        if (name != "." && name != "..") {
+        // The shell's `*` matches no name that begins with a dot.
+        if (name[0] != '.') {
             names.push_back(name);
         }
     }
