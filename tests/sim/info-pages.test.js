@@ -34,6 +34,16 @@ test("a satellite route shows the satellite layout with the front end that was s
   assert.match(r.stdout, /dtv-route-system = 64/);
 });
 
+test("the self-check page's HDMI EDID NG rows and the failed URI read are driven from the console", async () => {
+  const r = await run(["set hdmi-edid[2] 0", "set uri-read 0", "event FactoryVersion",
+                       "expect Version-EDID-HDMI2-NG 0", "expect Version-EDID-HDMI2 NG",
+                       "expect URI NONE", ""].join("\n"));
+  assert.strictEqual(r.status, 0, r.stderr);
+  const bad = await run("set hdmi-edid[5] 0\n");
+  assert.notStrictEqual(bad.status, 0);
+  assert.match(bad.stderr, /not an HDMI port \(1-4\)/);
+});
+
 test("300 ms after a page is drawn the console shows it as a 168-column table", async () => {
   const r = await run(["set color-temp[warm] 1 2 3 4 5 6", "event FactoryVersion", "wait 400",
                        "key down", "wait 400", ""].join("\n"));

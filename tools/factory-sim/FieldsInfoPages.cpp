@@ -7,7 +7,9 @@
 
 #include "AreaFields.h"
 #include "FieldMakers.h"
+#include "SimFactoryStore.h"
 #include "SimInfoPages.h"
+#include "SimKeyData.h"
 #include "SimMMode.h"
 #include "SimPlayers.h"
 #include "SimTuner.h"
@@ -152,6 +154,35 @@ Field ColorTemp() {
             }};
 }
 
+// hdmi-edid[1..4] = what the EDID checksum of that HDMI port reports (1 good); the
+// self-check page shows any other value as the port's NG row.
+Field HdmiEdid() {
+    auto port = [](const std::string& arg) -> size_t {
+        return arg.size() == 1 && arg[0] >= '1' && arg[0] <= '4' ? arg[0] - '0' : 0;
+    };
+    return {"hdmi-edid", "1|2|3|4", "EDID checksum result of an HDMI port: 1 good, else NG",
+            [port](const std::string& arg, std::string& value) {
+                const size_t p = port(arg);
+                if (p == 0) {
+                    return "not an HDMI port (1-4): " + arg;
+                }
+                value = std::to_string(AreaOf<sim::FactoryIdentityState>().edidCheckSum[p]);
+                return std::string();
+            },
+            [port](const std::string& arg, const std::string& value) {
+                const size_t p = port(arg);
+                const auto n = ParseNumber(value);
+                if (p == 0) {
+                    return "not an HDMI port (1-4): " + arg;
+                }
+                if (!n || *n > 0xFFFFFFFFull) {
+                    return "not a 32-bit number: " + value;
+                }
+                AreaOf<sim::FactoryIdentityState>().edidCheckSum[p] = static_cast<MAPI_U32>(*n);
+                return std::string();
+            }};
+}
+
 // The LNB fields live in the user system setting of the system database.
 Field UserSettingByte(const char* name, const char* help, MAPI_U8 ST_USER_SYSTEM_SETTING::*member,
                       unsigned max) {
@@ -204,6 +235,12 @@ std::vector<Field> InfoPageFields() {
         Number("network-type", "0 wireless (the version page waits for the dongle), else wired",
                &W::networkType, 255),
         DongleReady(),
+        // Self-check rows that read the platform.
+        HdmiEdid(),
+        Number("uri-read",
+               "the CI+ URI licence read: 1 read (the page shows its message), else failed "
+               "(the page shows \"NONE\")",
+               &sim::KeyDataState::uriResult, 255),
         // DTV route and demodulator.
         Number("dtv-route",
                "the live DTV route (0-3; the demo set: 0 DVB-T2, 1 cable, 2 satellite)",
