@@ -78,3 +78,13 @@ test("the panel is read-only and bad values are refused with a reason", async ()
     assert.match(r.stderr, reason);
   }
 });
+
+test("a set switched off during burn-in resumes it when the host starts", async () => {
+  const r = await runFactorySim(["--set", "aging.set", "--script", "s.fsim"], {
+    files: { "aging.set": "aging-mode = 4\n", "s.fsim": "wait 5000\nget raster-count\n" },
+    prefix: "production-tests-2-",
+  });
+  assert.strictEqual(r.status, 0, r.stderr);
+  assert.match(r.stdout, /timer 16 OnTimer_OnAgingMode2/);
+  assert.match(r.stdout, /raster-count = 6/);
+});

@@ -419,6 +419,9 @@ int main(int argc, char** argv) {
             // The page is up before anything is sent to it, so that a browser opened
             // on the banner's address finds the server.
             manager->CheckFactoryUiIsReady();
+            // A set switched off during burn-in resumes it when the host starts
+            // (`aging-mode` 3 or 4 in the set file).
+            manager->DoAgingModeAction();
         });
         if (FactoryManager::m_stContext.load() == nullptr) {
             output.Error("factory-sim: factory UI port " + std::to_string(options.port) + " on " +
