@@ -333,6 +333,19 @@ TEST_F(WebSocketServerTest, BurstReachesASlowPageWholeWhileAStuckPageIsClosed) {
     ExpectNothingPending(slow);
 }
 
+// A host may exit with the manager alive: the service thread, still serving a page,
+// runs on through the exit handlers.
+TEST_F(WebSocketServerTest, HostExitingWithAPageConnectedExitsCleanly) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            auto page = Greeted("factorymode-0");
+            Fm().NotifyUI(0, "Version", 5);
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
 TEST_F(WebSocketServerTest, DestroyingTheManagerClosesPagesWithoutTellingTheHost) {
     auto page = Greeted("factorymode-0");
     Tv().Shutdown();

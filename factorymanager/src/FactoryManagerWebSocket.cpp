@@ -128,9 +128,11 @@ struct Server {
     std::vector<unsigned char> tx;
 };
 
+// Never destroyed: a host that exits with the manager alive leaves the service
+// thread running through the exit handlers, and it must still find its server.
 Server& TheServer() {
-    static Server server;
-    return server;
+    static Server* server = new Server;
+    return *server;
 }
 
 // Under the server's lock, like the three below.
