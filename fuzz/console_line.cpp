@@ -1,0 +1,37 @@
+// factory-sim's command language over any line: the console, scripts and the page's
+// control endpoint all go through Commands::Execute, on a set in virtual time.
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "Commands.h"
+#include "FuzzSet.h"
+#include "SetFields.h"
+
+namespace {
+
+std::unique_ptr<factorysim::SetFields> g_fields;
+std::unique_ptr<factorysim::Commands> g_commands;
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    g_fields = std::make_unique<factorysim::SetFields>();
+    g_commands = std::make_unique<factorysim::Commands>(*g_fields, &fuzz::Fm());
+    g_commands->SetExpectTimeout(10);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const std::string line(reinterpret_cast<const char*>(data), size);
+    // One line, as the console reads it; a wait of years would only burn the run.
+    const size_t start = line.find_first_not_of(" \t");
+    if (line.find('\n') != std::string::npos ||
+        (start != std::string::npos && line.compare(start, 4, "wait") == 0)) {
+        return 0;
+    }
+    g_commands->Execute(line);
+    fuzz::EndRun();
+    return 0;
+}
