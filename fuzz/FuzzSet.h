@@ -4,6 +4,7 @@
 
 #include "FactoryManager.h"
 #include "SimSet.h"
+#include "SimWebApp.h"
 #include "TVManager.h"
 
 namespace fuzz {
@@ -14,6 +15,7 @@ inline sim::Set& Tv() {
         options.port = 0;
         sim::Set::Instance().Reset(options);
         sim::Set::Instance().GetJournal().SetWindow(1000, 1024 * 1024);
+        sim::Set::Instance().Get<sim::WebAppState>().SetNoteWindow(1000);
         return true;
     }();
     (void)made;

@@ -8,6 +8,7 @@
 #include "Commands.h"
 #include "FuzzSet.h"
 #include "SetFields.h"
+#include "SimWebApp.h"
 
 namespace {
 
@@ -17,6 +18,8 @@ std::unique_ptr<factorysim::Commands> g_commands;
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    // No built-in page: its connection would be waited for in real time.
+    fuzz::Tv().Get<sim::WebAppState>().pageConnects = false;
     g_fields = std::make_unique<factorysim::SetFields>();
     g_commands = std::make_unique<factorysim::Commands>(*g_fields, &fuzz::Fm());
     g_commands->SetExpectTimeout(10);
