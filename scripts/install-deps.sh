@@ -3,20 +3,24 @@
 #   scripts/install-deps.sh          build and factory-sim only; no network once installed
 #   scripts/install-deps.sh --tests  also what the tests need: node, npm, Chromium and
 #                                    the browser-test packages (npm ci)
+#   scripts/install-deps.sh --fuzz   also clang 14 and its libFuzzer runtime (scripts/fuzz.sh)
 # Safe to run again.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 tests=0
+fuzz=0
 case "${1:-}" in
   "") ;;
   --tests) tests=1 ;;
-  *) echo "usage: $0 [--tests]" >&2; exit 2 ;;
+  --fuzz) fuzz=1 ;;
+  *) echo "usage: $0 [--tests | --fuzz]" >&2; exit 2 ;;
 esac
 
 packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev
   libwebsockets-dev libjson-c-dev libdirectfb-dev libdirectfb-extra fonts-dejavu-core)
 # tzdata: the time-zone tables are checked against the system's zone database.
 [ "$tests" -eq 1 ] && packages+=(chromium nodejs npm tzdata)
+[ "$fuzz" -eq 1 ] && packages+=(clang-14 libclang-rt-14-dev)
 
 missing=()
 for p in "${packages[@]}"; do

@@ -31,4 +31,22 @@ TEST(SimJournalTest, AWindowKeepsTheNewestEntriesAndTheSinkSeesThemAll) {
     }
 }
 
+// Long lines fill the byte window long before the entry window.
+TEST(SimJournalTest, ABytesWindowBoundsLongLines) {
+    sim::Journal journal;
+    journal.SetWindow(20000, 64 * 1024);
+    const std::string line(4000, 'x');
+    for (int i = 0; i < 1000; ++i) {
+        journal.Log(i, 1, std::to_string(i) + line);
+    }
+    const auto entries = journal.Entries();
+    size_t bytes = 0;
+    for (const auto& e : entries) {
+        bytes += e.args.size();
+    }
+    EXPECT_GE(bytes, 32u * 1024);
+    EXPECT_LE(bytes, 2u * 64 * 1024);
+    EXPECT_EQ(entries.back().args, "999" + line);
+}
+
 }  // namespace

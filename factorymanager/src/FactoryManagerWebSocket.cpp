@@ -3,15 +3,18 @@
 // notifications and serve the test page over plain HTTP.
 //
 // Current libwebsockets can neither fork a service loop nor broadcast from another
-// thread, so each connection keeps a FIFO outbox: NotifyUI appends to it and wakes
-// the loop with lws_cancel_service; the loop sends when the connection is writeable.
-// The greeting and the "connect" echo go through the same outbox, so a page that
-// sends "connect" and sees the echo knows every earlier notification has arrived.
+// thread, so NotifyUI appends to a log per channel and wakes the loop with
+// lws_cancel_service; each connection keeps its place in the log and the loop sends
+// when the connection is writeable. The greeting and the "connect" echo are queued in
+// the same order, so a page that sends "connect" and sees the echo knows every
+// earlier notification has arrived.
 #include <json-c/json.h>
 #include <libwebsockets.h>
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <cstring>
@@ -69,15 +72,31 @@ const HandshakeHeader kHandshakeHeaders[] = {
     {"MuxURL", -1},
 };
 
-struct Frame {
-    std::string text;
-    bool broadcast;  // a notification, as opposed to the greeting or the echo
-};
+using SteadyClock = std::chrono::steady_clock;
 
 // A page that stops reading leaves its socket full, and libwebsockets then never
-// asks for more: past this much waiting, it is dropped like a page whose write
-// failed. A reading page stays far below it even in a burst of redraws.
-constexpr size_t kMaxQueuedBytes = 1024 * 1024;
+// asks for more. Such a page is dropped, like a page whose write failed, once this
+// much waits for it and nothing has been written to it for kStallTime. A page that
+// reads, however slowly, is never dropped by a burst below kCeilingBytes, far above
+// anything the library sends (a page redraw is a few kilobytes).
+constexpr size_t kStalledBytes = 1024 * 1024;
+constexpr auto kStallTime = std::chrono::seconds(3);
+constexpr size_t kCeilingBytes = 64 * 1024 * 1024;
+
+// A channel's notifications, kept once however many pages hear them; what every
+// page of the channel has taken is dropped.
+struct Channel {
+    std::deque<std::string> texts;
+    uint64_t first = 0;     // number of texts.front()
+    uint64_t bytesEnd = 0;  // bytes ever appended
+    uint64_t End() const { return first + texts.size(); }
+};
+
+// The greeting or the "connect" echo: goes out before notification `before`.
+struct OwnFrame {
+    uint64_t before;
+    std::string text;
+};
 
 // The page's requests are a few dozen bytes. On a set the server listens on the
 // factory network, so a longer message (all its fragments together) is not collected:
@@ -85,12 +104,14 @@ constexpr size_t kMaxQueuedBytes = 1024 * 1024;
 constexpr size_t kMaxMessageBytes = 4096;
 
 struct Connection {
-    int protocol = 0;  // entry of the protocol table
-    std::deque<Frame> outbox;
-    size_t queuedBytes = 0;  // the texts in the outbox
-    bool choked = false;     // over kMaxQueuedBytes: to be closed, takes nothing more
-    bool closing = false;    // the service thread has asked libwebsockets to close it
-    std::string rx;          // a message arriving in fragments
+    int protocol = 0;         // entry of the protocol table
+    uint64_t next = 0;        // the channel's next notification for it
+    uint64_t nextOffset = 0;  // the channel's bytes before `next`
+    std::deque<OwnFrame> own;
+    SteadyClock::time_point progress;  // it last took something, or began to wait
+    bool choked = false;               // stopped reading: to be closed, takes nothing more
+    bool closing = false;              // the service thread has asked libwebsockets to close it
+    std::string rx;                    // a message arriving in fragments
 };
 
 // Process-wide, like the context it serves. The mutex guards everything but the
@@ -100,14 +121,68 @@ struct Server {
     std::condition_variable stopped;
     lws_context* context = nullptr;
     std::map<lws*, Connection> connections;
+    Channel channels[3];  // by protocol table entry
+    lws_sorted_usec_list_t stallCheck{};
+    bool stallCheckArmed = false;  // only while some page has something waiting
     bool stop = false;
     bool destroying = false;
     std::vector<unsigned char> tx;
 };
 
+// Never destroyed: a host that exits with the manager alive leaves the service
+// thread running through the exit handlers, and it must still find its server.
 Server& TheServer() {
-    static Server server;
-    return server;
+    static Server* server = new Server;
+    return *server;
+}
+
+// Under the server's lock, like the three below.
+void CheckStall(Connection& connection, Channel& channel, SteadyClock::time_point now) {
+    const uint64_t waiting = channel.bytesEnd - connection.nextOffset;
+    const bool stalled = waiting > kStalledBytes && now - connection.progress >= kStallTime;
+    if (connection.choked || (!stalled && waiting <= kCeilingBytes)) {
+        return;
+    }
+    // The service thread closes it (RequestWriteable); its place no longer holds the log.
+    connection.choked = true;
+    connection.own.clear();
+    connection.next = channel.End();
+    connection.nextOffset = channel.bytesEnd;
+}
+
+// Drops what every page of the channel has taken.
+void Trim(Server& server, int protocol) {
+    Channel& channel = server.channels[protocol];
+    uint64_t keep = channel.End();
+    for (const auto& entry : server.connections) {
+        if (entry.second.protocol == protocol) {
+            keep = std::min(keep, entry.second.next);
+        }
+    }
+    while (channel.first < keep) {
+        channel.texts.pop_front();
+        ++channel.first;
+    }
+}
+
+void SkipQueued(Server& server, Connection& connection) {
+    Channel& channel = server.channels[connection.protocol];
+    connection.own.clear();
+    connection.next = channel.End();
+    connection.nextOffset = channel.bytesEnd;
+    Trim(server, connection.protocol);
+}
+
+void RequestWriteable();
+
+// A page that stops reading while nothing new comes is found all the same. The
+// check runs only while something waits for a page, so an idle set is never woken.
+void StallCheck(lws_sorted_usec_list_t*) {
+    {
+        std::lock_guard<std::mutex> lock(TheServer().mutex);
+        TheServer().stallCheckArmed = false;
+    }
+    RequestWriteable();
 }
 
 void ServiceLoop() {
@@ -122,6 +197,8 @@ void ServiceLoop() {
             {
                 std::lock_guard<std::mutex> lock(server.mutex);
                 if (server.stop) {
+                    lws_sul_cancel(&server.stallCheck);
+                    server.stallCheckArmed = false;
                     return;
                 }
             }
@@ -146,17 +223,27 @@ void RequestWriteable() {
         return;
     }
     bool pending[3] = {false, false, false};
+    const auto now = SteadyClock::now();
     for (auto& entry : server.connections) {
         Connection& connection = entry.second;
+        CheckStall(connection, server.channels[connection.protocol], now);
         if (connection.choked && !connection.closing) {
             connection.closing = true;
             FACTORY_LOG(FACTORY_LOG_INFO, "ERROR writing to socket");
             // Its socket is full: close without waiting to flush what it holds.
             lws_set_timeout(entry.first, PENDING_TIMEOUT_USER_OK, LWS_TO_KILL_ASYNC);
         }
-        if (!connection.outbox.empty()) {
+        if (!connection.own.empty() ||
+            connection.next < server.channels[connection.protocol].End()) {
             pending[connection.protocol] = true;
         }
+    }
+    for (int p = 1; p <= 2; ++p) {
+        Trim(server, p);
+    }
+    if ((pending[1] || pending[2]) && !server.stallCheckArmed) {
+        server.stallCheckArmed = true;
+        lws_sul_schedule(server.context, 0, &server.stallCheck, StallCheck, LWS_US_PER_SEC);
     }
     for (int p = 1; p <= 2; ++p) {
         if (pending[p]) {
@@ -165,18 +252,20 @@ void RequestWriteable() {
     }
 }
 
-void Enqueue(lws* wsi, Frame frame, bool front = false) {
+// The greeting goes first; the echo after every notification sent before it.
+void Enqueue(lws* wsi, std::string text, bool front = false) {
     Server& server = TheServer();
     std::lock_guard<std::mutex> lock(server.mutex);
     auto it = server.connections.find(wsi);
-    if (it == server.connections.end()) {
+    if (it == server.connections.end() || it->second.choked) {
         return;
     }
-    it->second.queuedBytes += frame.text.size();
+    Connection& connection = it->second;
     if (front) {
-        it->second.outbox.push_front(std::move(frame));
+        connection.own.push_front(OwnFrame{connection.next, std::move(text)});
     } else {
-        it->second.outbox.push_back(std::move(frame));
+        const uint64_t end = server.channels[connection.protocol].End();
+        connection.own.push_back(OwnFrame{end, std::move(text)});
     }
     lws_callback_on_writable(wsi);
 }
@@ -206,22 +295,40 @@ void AppendTextFrame(std::vector<unsigned char>& out, const std::string& text) {
 int SendQueued(lws* wsi) {
     constexpr size_t kBytesPerTurn = 64 * 1024;
     Server& server = TheServer();
-    std::deque<Frame> frames;
+    struct Frame {
+        std::string text;
+        bool broadcast;  // a notification, as opposed to the greeting or the echo
+    };
+    std::vector<Frame> frames;
     {
         std::lock_guard<std::mutex> lock(server.mutex);
         auto it = server.connections.find(wsi);
-        if (it == server.connections.end()) {
+        if (it == server.connections.end() || it->second.choked) {
             return 0;
         }
-        std::deque<Frame>& outbox = it->second.outbox;
+        Connection& connection = it->second;
+        Channel& channel = server.channels[connection.protocol];
         size_t bytes = 0;
-        while (!outbox.empty() && (frames.empty() || bytes < kBytesPerTurn)) {
-            bytes += outbox.front().text.size();
-            frames.push_back(std::move(outbox.front()));
-            outbox.pop_front();
+        while (frames.empty() || bytes < kBytesPerTurn) {
+            if (!connection.own.empty() && connection.own.front().before <= connection.next) {
+                frames.push_back(Frame{std::move(connection.own.front().text), false});
+                connection.own.pop_front();
+            } else if (connection.next < channel.End()) {
+                const std::string& text = channel.texts[connection.next - channel.first];
+                frames.push_back(Frame{text, true});
+                ++connection.next;
+                connection.nextOffset += text.size();
+            } else {
+                break;
+            }
+            bytes += frames.back().text.size();
         }
-        it->second.queuedBytes -= bytes;
-        if (!outbox.empty()) {
+        if (!frames.empty()) {
+            // Writeable again: the page has taken what was written before.
+            connection.progress = SteadyClock::now();
+            Trim(server, connection.protocol);
+        }
+        if (!connection.own.empty() || connection.next < channel.End()) {
             lws_callback_on_writable(wsi);
         }
     }
@@ -268,7 +375,7 @@ void HandleReceive(const char* fn, lws* wsi, const std::string& text) {
             const char* name = json_object_get_string(cmd);
             FACTORY_LOG(FACTORY_LOG_INFO, "[%s] cmd: %s", fn, name);
             if (std::strcmp(name, "connect") == 0) {
-                Enqueue(wsi, Frame{name, false});
+                Enqueue(wsi, name);
             } else {
                 FACTORY_LOG(FACTORY_LOG_INFO, "[%s] cmd: %s, unknown.", fn, name);
             }
@@ -326,12 +433,20 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
     // made while factory mode was off still hears notifications once it is on.
     if (reason == LWS_CALLBACK_ESTABLISHED) {
         std::lock_guard<std::mutex> lock(server.mutex);
-        server.connections[wsi].protocol = ProtocolIndex(wsi);
+        Connection& connection = server.connections[wsi];
+        connection.protocol = ProtocolIndex(wsi);
+        connection.progress = SteadyClock::now();
+        SkipQueued(server, connection);
     }
     bool teardown = false;
     if (reason == LWS_CALLBACK_CLOSED) {
         std::lock_guard<std::mutex> lock(server.mutex);
-        server.connections.erase(wsi);
+        auto it = server.connections.find(wsi);
+        if (it != server.connections.end()) {
+            const int protocol = it->second.protocol;
+            server.connections.erase(it);
+            Trim(server, protocol);
+        }
         teardown = server.destroying;
     }
     // The mode flag itself: its getter would trace every callback a second time.
@@ -341,8 +456,7 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
             std::lock_guard<std::mutex> lock(server.mutex);
             auto it = server.connections.find(wsi);
             if (it != server.connections.end()) {
-                it->second.outbox.clear();
-                it->second.queuedBytes = 0;
+                SkipQueued(server, it->second);
             }
         }
         return 0;
@@ -354,7 +468,7 @@ int callback_factory(lws* wsi, lws_callback_reasons reason, void* user, void* in
             if (user != nullptr) {
                 *static_cast<uint32_t*>(user) = 0;
             }
-            Enqueue(wsi, Frame{kGreeting, false}, true);
+            Enqueue(wsi, kGreeting, true);
             return 0;
         case LWS_CALLBACK_CLOSED: {
             FACTORY_LOG(FACTORY_LOG_INFO, "callback_factory: LWS_CALLBACK_CLOSED\n");
@@ -515,20 +629,34 @@ void PrepareStart() {
 void Broadcast(int protocolIndex, const std::string& text) {
     Server& server = TheServer();
     std::lock_guard<std::mutex> lock(server.mutex);
+    if (protocolIndex < 1 || protocolIndex > 2) {
+        return;
+    }
+    Channel& channel = server.channels[protocolIndex];
+    const auto now = SteadyClock::now();
+    bool heard = false;
     for (auto& entry : server.connections) {
         Connection& connection = entry.second;
         if (connection.protocol != protocolIndex || connection.choked) {
             continue;
         }
-        connection.outbox.push_back(Frame{text, true});
-        connection.queuedBytes += text.size();
-        if (connection.queuedBytes > kMaxQueuedBytes) {
-            // The service thread closes it (RequestWriteable), woken below.
-            connection.choked = true;
-            connection.outbox.clear();
-            connection.queuedBytes = 0;
+        heard = true;
+        if (connection.next == channel.End() && connection.own.empty()) {
+            connection.progress = now;  // it waits from now on
         }
     }
+    if (!heard) {
+        return;
+    }
+    channel.texts.push_back(text);
+    channel.bytesEnd += text.size();
+    for (auto& entry : server.connections) {
+        if (entry.second.protocol == protocolIndex) {
+            // The service thread closes a stalled page (RequestWriteable), woken below.
+            CheckStall(entry.second, channel, now);
+        }
+    }
+    Trim(server, protocolIndex);
     // Under the lock, so the context cannot be destroyed meanwhile.
     if (server.context != nullptr) {
         lws_cancel_service(server.context);
@@ -556,7 +684,12 @@ void DestroyContext(lws_context* context) {
     }
     lws_context_destroy(context);
     std::lock_guard<std::mutex> lock(server.mutex);
+    server.stallCheckArmed = false;
     server.connections.clear();
+    for (Channel& channel : server.channels) {
+        channel.first = channel.End();
+        channel.texts.clear();
+    }
     server.destroying = false;
 }
 

@@ -44,14 +44,28 @@ void Journal::Log(uint64_t tMs, unsigned long long mask, const std::string& text
     Add({tMs, "log", "", text, mask});
 }
 
+size_t Journal::Size(const JournalEntry& entry) {
+    return sizeof entry + entry.kind.size() + entry.fn.size() + entry.args.size();
+}
+
 void Journal::Add(JournalEntry entry) {
     Sink sink;
     {
         std::lock_guard<std::mutex> lock(m_mutex);
+        m_bytes += Size(entry);
         m_entries.push_back(entry);
         // Trimmed in halves, so that a long run pays for it once per window.
-        if (m_window != 0 && m_entries.size() > 2 * m_window) {
-            m_entries.erase(m_entries.begin(), m_entries.end() - static_cast<long>(m_window));
+        const bool overEntries = m_window != 0 && m_entries.size() > 2 * m_window;
+        const bool overBytes = m_byteWindow != 0 && m_bytes > 2 * m_byteWindow;
+        if (overEntries || overBytes) {
+            auto keep = m_entries.begin();
+            while (keep != m_entries.end() &&
+                   ((m_window != 0 && static_cast<size_t>(m_entries.end() - keep) > m_window) ||
+                    (m_byteWindow != 0 && m_bytes > m_byteWindow))) {
+                m_bytes -= Size(*keep);
+                ++keep;
+            }
+            m_entries.erase(m_entries.begin(), keep);
         }
         sink = m_sink;
     }
@@ -89,11 +103,13 @@ bool Journal::HasLog(const std::string& text) const {
 void Journal::Clear() {
     std::lock_guard<std::mutex> lock(m_mutex);
     m_entries.clear();
+    m_bytes = 0;
 }
 
-void Journal::SetWindow(size_t entries) {
+void Journal::SetWindow(size_t entries, size_t bytes) {
     std::lock_guard<std::mutex> lock(m_mutex);
     m_window = entries;
+    m_byteWindow = bytes;
 }
 
 void Journal::SetSink(Sink sink) {

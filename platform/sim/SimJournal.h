@@ -66,16 +66,20 @@ public:
     void Clear();
     // Sees every entry as it is written (factory-sim's trace and console).
     void SetSink(Sink sink);
-    // Keeps only about the newest entries (factory-sim, whose trace holds them all);
+    // Keeps only about the newest entries, and of them only about `bytes` of text
+    // (factory-sim, whose trace holds them all: a client may send long lines);
     // 0, the default, keeps everything.
-    void SetWindow(size_t entries);
+    void SetWindow(size_t entries, size_t bytes = 0);
 
 private:
     void Add(JournalEntry entry);
+    static size_t Size(const JournalEntry& entry);
 
     mutable std::mutex m_mutex;
     std::vector<JournalEntry> m_entries;
     size_t m_window = 0;
+    size_t m_byteWindow = 0;
+    size_t m_bytes = 0;  // the text of m_entries
     Sink m_sink;
 };
 

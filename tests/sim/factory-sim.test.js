@@ -567,6 +567,25 @@ test("events lists every handled event; help event says what the parameters mean
   ]) assert.ok(r.stdout.includes(text), text);
 });
 
+test("events whose p2 is a record get one built by the console; numbers there are refused", async () => {
+  const input = "event 43 0 80\nevent 45 1\nevent 45 tv=2 bogus=1\nevent 43 percent=256\n" +
+                "help event 45\nevent 43\nevent 45 status=3\nevent 45 radio=0x10\nquit\n";
+  const r = await run(["--virtual-time"], { input });
+  assert.strictEqual(r.status, 0, r.stderr);
+  for (const error of [
+    "error: not a field of the record: 0 (event 43 carries a record in p2; help event 43)",
+    "error: not a field of the record: 1 (event 45",
+    "error: not a field of the record: bogus=1 (event 45",
+    "error: percent is 0-255: percent=256 (event 43",
+  ]) assert.ok(r.stderr.includes(error), error);
+  assert.match(r.stdout, /event 45 ScanRecepient, handler OnScanRecepient\n {6}p2: a scan-status record/);
+  assert.match(r.stdout, /event 43 AtvScanInfo delivered/);
+  // Refused lines post nothing: only the last two records reach the handler.
+  assert.deepStrictEqual(r.stdout.match(/enScanStatus = 0x\w+/g),
+                         ["enScanStatus = 0x3", "enScanStatus = 0xA"]);
+  assert.strictEqual(r.stdout.split("[ScanRecepient] Scan stop").length, 2);
+});
+
 test("every example script passes", async () => {
   const folder = process.env.FACTORY_SIM_EXAMPLES || path.join(__dirname, "..", "..", "examples");
   const scripts = fs.readdirSync(folder).filter((f) => f.endsWith(".fsim"));

@@ -75,7 +75,9 @@ const std::vector<Commands::Command>& Commands::Table() {
          "parameters mean",
          &Commands::Help},
         {"event", "event <id or name> [p1 [p2 [p3]]]",
-         "posts a factory event (names: 'events'; ids decimal or 0x hex)", &Commands::Event},
+         "posts a factory event (names: 'events'; ids decimal or 0x hex); events 43 and 45 "
+         "carry a record built from the set, changed by field=value words (help event 43)",
+         &Commands::Event},
         {"events", "events", "lists the factory events by id and name, marking unbuilt handlers",
          &Commands::EventList},
         {"key", "key <name or code>",
@@ -229,6 +231,18 @@ std::string Commands::Event(const Words& w, const std::string&, std::string& out
         return "unknown event: " + w[1] + " (try: events)";
     }
     uintptr_t p[3] = {0, 0, 0};
+    if (EventRecord::Carries(*id)) {
+        // Lives until Post returns, which is after the handler has read it.
+        EventRecord record;
+        std::string error;
+        OnEventThread([&] { error = record.Build(*id, Words(w.begin() + 2, w.end())); });
+        if (!error.empty()) {
+            return error;
+        }
+        Post(*id, 0, record.Pointer(), 0);
+        out = "event " + EventLabel(*id) + " delivered";
+        return "";
+    }
     for (size_t i = 2; i < w.size(); ++i) {
         const auto value = ParseNumber(w[i]);
         if (!value) {

@@ -1,9 +1,14 @@
-// What each factory event's parameters mean where the library reads them, and which
-// handlers are still placeholders, for 'events' and 'help event'.
+// What each factory event's parameters mean where the library reads them, for
+// 'help event', and the records of the events whose p2 points to one.
 #include "EventHelp.h"
 
 #include <algorithm>
 #include <cstring>
+
+#include "FieldMakers.h"
+#include "Names.h"
+#include "SimAtvTuner.h"
+#include "SimProductionTests2.h"
 
 namespace factorysim {
 
@@ -16,6 +21,13 @@ struct ParamHelp {
 
 // The events whose handlers read a parameter; every other handler reads none.
 const ParamHelp kParams[] = {
+    {43,
+     "p2: a scan-info record, from the analogue tuner (percent 100 unless a sweep runs, "
+     "khz = atv-frequency); name=value words override it: percent=0-255 khz=0-4294967295"},
+    {45,
+     "p2: a scan-status record, from the digital tuning run (status 10, the run stopped; "
+     "tv radio data = scan-result); name=value words override it: status=0-4294967295 "
+     "tv= radio= data= (0-65535)"},
     {192, "p2 (low byte): the channel-preset phase"},
     {196, "p2: 0 MHL overcurrent, 1 USB overcurrent, 2 closes the page"},
     {203, "p3: the volume stored outside M-mode (in M-mode the factory volume is used)"},
@@ -37,7 +49,82 @@ const ParamHelp kParams[] = {
     {363, "p2: non-zero switches teletext on, 0 off"},
 };
 
+struct RecordField {
+    unsigned int event;
+    const char* name;
+    unsigned long long max;
+    void (*store)(ST_ATV_SCAN_INFO& atv, ST_DTV_SCAN_STATUS& dtv, unsigned long long value);
+};
+
+const RecordField kRecordFields[] = {
+    {43, "percent", 0xFF,
+     [](ST_ATV_SCAN_INFO& atv, ST_DTV_SCAN_STATUS&, unsigned long long v) {
+         atv.u8Percent = static_cast<MAPI_U8>(v);
+     }},
+    {43, "khz", 0xFFFFFFFF,
+     [](ST_ATV_SCAN_INFO& atv, ST_DTV_SCAN_STATUS&, unsigned long long v) {
+         atv.u32FrequencyKHz = static_cast<MAPI_U32>(v);
+     }},
+    {45, "status", 0xFFFFFFFF,
+     [](ST_ATV_SCAN_INFO&, ST_DTV_SCAN_STATUS& dtv, unsigned long long v) {
+         dtv.enScanStatus = static_cast<MAPI_U32>(v);
+     }},
+    {45, "tv", 0xFFFF,
+     [](ST_ATV_SCAN_INFO&, ST_DTV_SCAN_STATUS& dtv, unsigned long long v) {
+         dtv.u16TVNum = static_cast<MAPI_U16>(v);
+     }},
+    {45, "radio", 0xFFFF,
+     [](ST_ATV_SCAN_INFO&, ST_DTV_SCAN_STATUS& dtv, unsigned long long v) {
+         dtv.u16RadioNum = static_cast<MAPI_U16>(v);
+     }},
+    {45, "data", 0xFFFF,
+     [](ST_ATV_SCAN_INFO&, ST_DTV_SCAN_STATUS& dtv, unsigned long long v) {
+         dtv.u16DataNum = static_cast<MAPI_U16>(v);
+     }},
+};
+
 }  // namespace
+
+bool EventRecord::Carries(unsigned int id) { return id == 43 || id == 45; }
+
+std::string EventRecord::Build(unsigned int id, const std::vector<std::string>& words) {
+    m_id = id;
+    if (id == 43) {
+        const auto& t = AreaOf<sim::AtvTunerState>();
+        m_atv = ST_ATV_SCAN_INFO{};
+        m_atv.u8Percent = t.Sweeping() ? 0 : 100;
+        m_atv.u32FrequencyKHz = t.frequencyKHz;
+    } else {
+        const auto& d = AreaOf<sim::DtvTuningState>();
+        m_dtv = ST_DTV_SCAN_STATUS{10, 0, d.scanTv, d.scanRadio, d.scanData};
+    }
+    const std::string usage = " (event " + std::to_string(id) +
+                              " carries a record in p2; help event " + std::to_string(id) + ")";
+    for (const std::string& word : words) {
+        const size_t eq = word.find('=');
+        const RecordField* field = nullptr;
+        for (const auto& f : kRecordFields) {
+            if (f.event == id && eq != std::string::npos && word.compare(0, eq, f.name) == 0 &&
+                std::strlen(f.name) == eq) {
+                field = &f;
+            }
+        }
+        if (field == nullptr) {
+            return "not a field of the record: " + word + usage;
+        }
+        const auto value = ParseNumber(word.substr(eq + 1));
+        if (!value || *value > field->max) {
+            return std::string(field->name) + " is 0-" + std::to_string(field->max) + ": " + word +
+                   usage;
+        }
+        field->store(m_atv, m_dtv, *value);
+    }
+    return "";
+}
+
+uintptr_t EventRecord::Pointer() const {
+    return m_id == 43 ? reinterpret_cast<uintptr_t>(&m_atv) : reinterpret_cast<uintptr_t>(&m_dtv);
+}
 
 std::string ParameterHelp(unsigned int id) {
     for (const auto& p : kParams) {

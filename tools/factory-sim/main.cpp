@@ -351,7 +351,7 @@ int main(int argc, char** argv) {
         status = 2;
     }
     // The journal and the notes keep a window; the trace file holds everything.
-    set.GetJournal().SetWindow(20000);
+    set.GetJournal().SetWindow(20000, 4 * 1024 * 1024);
     sim::WebAppState& web = set.Get<sim::WebAppState>();
     web.SetNoteWindow(20000);
     // Only now: the reader stamps lines with the set's clock, which Reset replaces.
