@@ -229,7 +229,9 @@ TEST_F(InfoPagesTest, TunerPageFallsBackToTheSelfCheckPageOffTheTvSource) {
 
 // ---- Host UI given back once ------------------------------------------------------------
 
-TEST_F(InfoPagesTest, PageOpenedByCommandGivesTheHostUiBackOnceOnExit) {
+// Only the version page's exit key gives the host's UI back; a second event 188 or another
+// page's reset leaves the host as it is.
+TEST_F(InfoPagesTest, PageOpenedByCommandGivesTheHostUiBackOnlyOnItsExitKey) {
     Fm().mAPI_ShowVersionSelfCheck();
     EXPECT_EQ(Calls("MSrv_Factory_Cmd::CMD_HandleEvent"),
               std::vector<std::string>{"[64, 191, 171, 0, 1]"});
@@ -240,15 +242,13 @@ TEST_F(InfoPagesTest, PageOpenedByCommandGivesTheHostUiBackOnceOnExit) {
     Post(188);
     EXPECT_EQ(Codes(), std::vector<unsigned long>{}) << "a second event 188 sends no host code";
     EXPECT_EQ(Journal().CountCalls("MEvtHandle::KillTimer"), 1u);
-    Fm().ResetState();
-    EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12002});
-}
+    Post(191);  // M-mode start
+    EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12003}) << "M-mode's reset sends no 0x12002";
 
-TEST_F(InfoPagesTest, ResetGivesTheHostUiBackForAPageOpenedByCommand) {
     Fm().mAPI_ShowVersionSelfCheck();
     Codes().clear();
-    Fm().ResetStateWithoutKeyWriting();
-    Fm().ResetStateWithoutKeyWriting();
+    Fm().FactoryDoKeyAction(0xF062);
+    Fm().FactoryDoKeyAction(0xF062);
     EXPECT_EQ(Codes(), std::vector<unsigned long>{0x12002});
     EXPECT_EQ(Fm().m_bVersionMode, 0);
 }

@@ -293,11 +293,6 @@ void FactoryManager::ResetStateWithoutKeyWriting() {
         &FactoryManager::m_bBackLightLevelMode,
         &FactoryManager::m_bPolarizationMode,
     };
-    // A version page opened by the host's command gives the host's UI back, once.
-    if (m_bVersionShownByCommand) {
-        m_bVersionShownByCommand = 0;
-        InfoZYTAppMgrForVersion(0);
-    }
     for (MAPI_U8 FactoryManager::*flag : before) {
         this->*flag = 0;
     }
