@@ -187,11 +187,12 @@ TEST_P(MediaStopTest, ExitStopsTheBrowserAndGoesBackToDigitalTv) {
     Start();
     Journal().Clear();
     EXPECT_EQ(Fm().FactoryDoKeyAction(FactoryKey::PanelExit), 1);
-    EXPECT_EQ(CallsOf({"MediaManager::init", "MediaManager::stop", "MediaManager::Deinit",
-                       "TVManager::setInputSource", "MSrv_Control::SetInputSource",
-                       "MSrv_Control::SwitchMSrvDtvRoute", "ChannelManager::getDtvServiceCount",
-                       "MSrv_DTV_Player::PlayCurrentProgram"}),
-              c.calls);
+    EXPECT_EQ(
+        CallsOf({"MediaManager::init", "MediaManager::stop", "MediaManager::Deinit",
+                 "TVManager::setInputSource", "MSrv_Control::SetInputSource",
+                 "MSrv_Control::SwitchMSrvDtvRoute", "MSrv_ChannelManager::GetDtvServiceCount",
+                 "MSrv_DTV_Player::PlayCurrentProgram"}),
+        c.calls);
     EXPECT_EQ(Fm().m_bMediaPlayerMode, 0);
     EXPECT_EQ(Tv().Get<sim::PlayerState>().currentSource, 28);
     EXPECT_EQ(Media().state, "stopped");
@@ -215,13 +216,13 @@ INSTANTIATE_TEST_SUITE_P(
                              {{1, 32, 0, 0}},
                              StopCalls({"MSrv_Control::SwitchMSrvDtvRoute [0]",
                                         "MSrv_Control::SwitchMSrvDtvRoute [1]",
-                                        "ChannelManager::getDtvServiceCount []",
+                                        "MSrv_ChannelManager::GetDtvServiceCount []",
                                         "MSrv_DTV_Player::PlayCurrentProgram [0]"})},
                     StopCase{"WithoutServicesStaysOnTheSource",
                              0,
                              {{0, 0, 0, 32}},
                              StopCalls({"MSrv_Control::SwitchMSrvDtvRoute [3]",
-                                        "ChannelManager::getDtvServiceCount []"})}),
+                                        "MSrv_ChannelManager::GetDtvServiceCount []"})}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(MediaTest, AnUnreadableServiceCountStopsTheProcess) {

@@ -158,6 +158,7 @@ TEST_F(ProgramInfoTest, ASetWithoutSatelliteTunerShowsNoSatelliteAndNoGenre) {
     DirectCH();
     EXPECT_EQ(Sent("ProgramInfo-SatelliteName"), std::vector<std::string>{});
     EXPECT_EQ(Sent("ProgramInfo-DTV_GENRE"), std::vector<std::string>{""});
+    EXPECT_EQ(Journal().CountCalls("MSrv_Control::GetCurrentDtvRoute"), 0u) << "no route asked";
 }
 
 struct SoundCase {

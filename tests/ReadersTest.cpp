@@ -152,6 +152,17 @@ const TextCase kTextCases[] = {
 INSTANTIATE_TEST_SUITE_P(Readers, TextReaders, ::testing::ValuesIn(kTextCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
+TEST_F(ReadersTest, ModelIdReadsItsBytesInThePrintedOrder) {
+    Fm();
+    Journal().Clear();
+    Read(&FactoryManager::FactoryGetTVModelId);
+    std::vector<std::string> reads;
+    for (const auto& c : Journal().Calls("MSrv_Factory_Default::GetFactoryData")) {
+        reads.push_back(c.args);
+    }
+    EXPECT_EQ(reads, (std::vector<std::string>{"[134]", "[135]", "[137]", "[136]"}));
+}
+
 TEST_F(ReadersTest, DialOverwritesTheDpddTextItShares) {
     const char* dpdd = Fm().FactoryGetDPDDVersion();
     ASSERT_STREQ(dpdd, "DPDD 4.2.1");

@@ -165,6 +165,7 @@ TEST_F(ShipoutTest, OnTheDigitalSourceItStaysAndSwitchesToEachDvbRoute) {
     Post(213);
     EXPECT_EQ(Journal().CountCalls("MSrv_Control::SetInputSource"), 0u);
     EXPECT_EQ(Calls("MSrv_Control::SwitchMSrvDtvRoute"), (std::vector<std::string>{"[1]", "[3]"}));
+    EXPECT_EQ(Journal().CountCalls("MSrv_Control::GetTVInfo"), 1u) << "the routes are read once";
     EXPECT_EQ(Calls("MSrv_System_Database::ChangeShipoutForZYT"),
               std::vector<std::string>{"[1, 28, 1]"});
 }

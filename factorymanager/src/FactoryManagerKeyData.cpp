@@ -162,12 +162,12 @@ MAPI_BOOL FactoryManager::FactoryLoadKeyRawData() {
         checks[i].flag = 0;
         files[i] = std::fopen(TvHost_Path(checks[i].path).c_str(), "r");
     }
-    MSrv_PreSharedKey* psk = MSrv_Control::GetInstance()->GetMSrvPreSharedKey();
     for (size_t i = 0; i < 3; ++i) {
         if (files[i] == nullptr) {
             continue;
         }
         // The platform verifies the key itself; it is handed the path only.
+        MSrv_PreSharedKey* psk = MSrv_Control::GetInstance()->GetMSrvPreSharedKey();
         if (psk != nullptr) {
             checks[i].flag = psk->CheckHmac(checks[i].path);
         }

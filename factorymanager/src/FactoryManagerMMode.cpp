@@ -5,10 +5,10 @@
 #include <cstring>
 #include <string>
 
-#include "ChannelManager.h"
 #include "FactoryEventIds.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
+#include "MSrv_ChannelManager.h"
 #include "MSrv_Control.h"
 #include "MSrv_Factory_Cmd.h"
 #include "MSrv_Factory_Default.h"
@@ -97,9 +97,9 @@ bool StoresVolumeWithChannel(MSrv_Control* control) {
     if (source != MAPI_INPUT_SOURCE_ATV && source != MAPI_INPUT_SOURCE_DTV) {
         return false;
     }
-    ChannelManager* channels = TVManager::GetInstance()->getChannelManager();
+    MSrv_ChannelManager* channels = control->GetMSrvChannelManager();
     ST_CHANNEL_INFO info{};
-    return channels != nullptr && channels->getCurrentChannelInfo(&info) && info.u8Present &&
+    return channels != nullptr && channels->GetCurrentChannelInfo(&info) && info.u8Present &&
            (info.u8Attribute & 0x0C) != 0;
 }
 }  // namespace

@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "ChannelManager.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
+#include "MSrv_ChannelManager.h"
 #include "MSrv_Control.h"
 #include "MSrv_DTV_Player_DVB.h"
 #include "MSrv_Factory_Cmd.h"
@@ -162,8 +162,8 @@ MAPI_BOOL FactoryManager::MediaStop() {
 
     long services = 0;
     FACTORY_LOG(FACTORY_LOG_INFO, "~~ 1 DTV m_nServiceNum = %ld", services);
-    ChannelManager* channels = TVManager::GetInstance()->getChannelManager();
-    if (channels == nullptr || !channels->getDtvServiceCount(&services)) {
+    MSrv_ChannelManager* channels = control->GetMSrvChannelManager();
+    if (channels == nullptr || !channels->GetDtvServiceCount(&services)) {
         AssertFail(__PRETTY_FUNCTION__);
     }
     FACTORY_LOG(FACTORY_LOG_INFO, "~~ 2 DTV m_nServiceNum = %ld", services);

@@ -109,8 +109,9 @@ void FactoryManager::Updatechannelname() {
     NotifyUI(0, "ProgramInfo-DTVChannelName", unnamed ? "New Program" : program.szName);
 
     const bool hasDvbs = SystemInfo::GetInstance()->IsDVBSEnable() != 0;
-    const bool satellite = IsSatelliteRoute();
-    if (hasDvbs && satellite) {
+    // Only a set with DVB-S asks for the route.
+    const bool satellite = hasDvbs && IsSatelliteRoute();
+    if (satellite) {
         auto* dvbs = dynamic_cast<MSrv_DTV_Player_DVBS*>(dtv);
         if (dvbs == nullptr) {
             printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager",

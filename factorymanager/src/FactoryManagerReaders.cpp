@@ -216,9 +216,9 @@ const char* FactoryManager::FactoryGetTVModelId() {
     const MAPI_U32 id = SystemInfo::GetInstance()->GetModelId();
     const MAPI_U8 b134 = ReaderFactoryData(kItemModelId134);
     const MAPI_U8 b135 = ReaderFactoryData(kItemModelId135);
-    const MAPI_U8 b136 = ReaderFactoryData(kItemModelId136);
+    // Deliberately 137 before 136, read and printed.
     const MAPI_U8 b137 = ReaderFactoryData(kItemModelId137);
-    // Deliberately 137 before 136.
+    const MAPI_U8 b136 = ReaderFactoryData(kItemModelId136);
     FormatCut(out, 21, "%02X %02X %02X %02X %02X", id, b134, b135, b137, b136);
     return out;
 }

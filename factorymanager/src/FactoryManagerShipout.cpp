@@ -83,8 +83,8 @@ int FactoryManager::ShipoutToDigitalRoute() {
     if (source != MAPI_INPUT_SOURCE_DTV) {
         control->SetInputSource(MAPI_INPUT_SOURCE_DTV, 1, 0, 0);
     }
+    const ST_MAPI_TV_INFO info = control->GetTVInfo();
     for (unsigned int route = 0; route < kDigitalRoutes; ++route) {
-        const ST_MAPI_TV_INFO info = control->GetTVInfo();
         const MAPI_U8 type = info.u8RouteType[route];
         if ((type == 1 || type == 0x20) && control->GetCurrentTvRoute() != route) {
             control->SwitchMSrvDtvRoute(static_cast<MAPI_U8>(route));

@@ -290,14 +290,11 @@ MAPI_BOOL FactoryManager::OnEvent_DigitalAudioOut(void*, void*, void*) {
     return 1;
 }
 
-// The key dispatcher gives the screen back after this.
+// The key dispatcher gives the screen back after this. The factory OSD status stays
+// on: the next page's reset switches it off, as for the other pages of this table.
 MAPI_BOOL FactoryManager::ExitDigitalAudioOut() {
     NotifyUI(0, "Digital-Audio-Out-Show", 0L);
     m_bDigitalAudioOutMode = 0;
-    if (m_u8FactoryOSDStatus) {
-        m_u8FactoryOSDStatus = 0;
-        m_pFactoryCmd->SetFactoryOSDStatus(0);
-    }
     return 1;
 }
 

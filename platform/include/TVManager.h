@@ -7,7 +7,6 @@ class FactoryManager;
 class KeyManager;
 class DatabaseManager;
 class TVPlayer;
-class ChannelManager;
 class AudioManager;
 class PictureManager;
 class TimerManager;
@@ -40,7 +39,6 @@ public:
     // Returns whether the set accepted the request.
     MAPI_BOOL powerOff(int mode);
     TVPlayer* getTVPlayer();
-    ChannelManager* getChannelManager();
     MAPI_BOOL setInputSource(EN_ZYT_INPUT_SOURCE_TYPE source, unsigned char flag);
     // Production tests: the audio, picture and timer managers, and the two resets.
     AudioManager* getAudioManager();

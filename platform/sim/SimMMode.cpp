@@ -2,9 +2,9 @@
 // routing. Each call is journalled; state lives in MModeState / FactoryRemoteState.
 #include "SimMMode.h"
 
-#include "ChannelManager.h"
 #include "KeyManager.h"
 #include "MSrv_ATV_Player.h"
+#include "MSrv_ChannelManager.h"
 #include "MSrv_Control.h"
 #include "MSrv_Control_common.h"
 #include "MSrv_Factory_Cmd.h"
@@ -183,12 +183,8 @@ MAPI_BOOL MSrv_SSSound::SetVolume(MAPI_U8 volume, MAPI_BOOL apply) {
     return 1;
 }
 
-ChannelManager* TVManager::getChannelManager() {
-    static ChannelManager manager;
-    return &manager;
-}
-
-MAPI_BOOL ChannelManager::getCurrentChannelInfo(ST_CHANNEL_INFO* info) {
+MAPI_BOOL MSrv_ChannelManager::GetCurrentChannelInfo(ST_CHANNEL_INFO* info) {
+    Record("MSrv_ChannelManager::GetCurrentChannelInfo", ArgList());
     if (!MMode().channelKnown) {
         return 0;
     }

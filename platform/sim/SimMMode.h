@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "ChannelManager.h"
+#include "MSrv_ChannelManager.h"
 #include "MSrv_System_Database.h"
 #include "SimSet.h"
 

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "ChannelManager.h"
+#include "MSrv_ChannelManager.h"
 #include "MSrv_Control.h"
 #include "MSrv_DTV_Player.h"
 #include "MediaManager.h"
@@ -193,8 +193,8 @@ MAPI_BOOL TVManager::setInputSource(EN_ZYT_INPUT_SOURCE_TYPE source, unsigned ch
     return 1;
 }
 
-MAPI_BOOL ChannelManager::getDtvServiceCount(long* count) {
-    Record("ChannelManager::getDtvServiceCount", ArgList());
+MAPI_BOOL MSrv_ChannelManager::GetDtvServiceCount(long* count) {
+    Record("MSrv_ChannelManager::GetDtvServiceCount", ArgList());
     if (count == nullptr || State().serviceCountFails) {
         return 0;
     }
