@@ -54,7 +54,58 @@ void GoldenTrace::Add(const std::string& kind, const std::string& line) {
 
 std::vector<std::string> GoldenTrace::Lines() const {
     std::lock_guard<std::mutex> lock(m_mutex);
-    return m_lines;
+    return Canonical(m_lines);
+}
+
+namespace {
+
+// The trace writes "t" and "kind" first; anything else sorts as a call would.
+int Rank(const std::string& line, std::string& t) {
+    const std::string tKey = "{\"t\":";
+    const std::string kindKey = ",\"kind\":\"";
+    if (line.rfind(tKey, 0) != 0) {
+        return -1;
+    }
+    const auto kindAt = line.find(kindKey);
+    if (kindAt == std::string::npos) {
+        return -1;
+    }
+    t = line.substr(tKey.size(), kindAt - tKey.size());
+    const std::string rest = line.substr(kindAt + kindKey.size());
+    for (const auto& [kind, rank] : {std::make_pair("notify\"", 0), std::make_pair("listener\"", 1),
+                                     std::make_pair("console\"", 2)}) {
+        if (rest.rfind(kind, 0) == 0) {
+            return rank;
+        }
+    }
+    return -1;
+}
+
+}  // namespace
+
+std::vector<std::string> Canonical(std::vector<std::string> lines) {
+    size_t i = 0;
+    while (i < lines.size()) {
+        std::string t;
+        if (Rank(lines[i], t) < 0) {
+            ++i;
+            continue;
+        }
+        size_t end = i + 1;
+        std::string next;
+        while (end < lines.size() && Rank(lines[end], next) >= 0 && next == t) {
+            ++end;
+        }
+        std::stable_sort(lines.begin() + static_cast<long>(i),
+                         lines.begin() + static_cast<long>(end),
+                         [](const std::string& a, const std::string& b) {
+                             std::string ta;
+                             std::string tb;
+                             return Rank(a, ta) < Rank(b, tb);
+                         });
+        i = end;
+    }
+    return lines;
 }
 
 bool ReadLines(const std::string& path, std::vector<std::string>& lines) {

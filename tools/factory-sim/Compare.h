@@ -27,6 +27,11 @@ private:
     std::vector<std::string> m_lines;
 };
 
+// Notifications, listener codes and console lines reach the trace from different
+// threads: between two calls, those of one virtual time are put in that kind order
+// (each kind keeping its own), so that two runs of the same behaviour compare equal.
+std::vector<std::string> Canonical(std::vector<std::string> lines);
+
 bool ReadLines(const std::string& path, std::vector<std::string>& lines);
 bool WriteLines(const std::string& path, const std::vector<std::string>& lines);
 

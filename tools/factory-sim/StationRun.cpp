@@ -185,7 +185,7 @@ int StationRun::Finish(int status, Output& output) {
             output.Error("factory-sim: cannot read the golden trace " + m_options.compare);
             return 2;
         }
-        const std::string difference = CompareTraces(golden, lines);
+        const std::string difference = CompareTraces(Canonical(golden), lines);
         if (!difference.empty()) {
             output.Error("factory-sim: " + m_options.compare + ": " + difference);
             return 1;
