@@ -287,6 +287,11 @@ void ControlServer::Answer(int client) {
         }
         return;
     }
+    if (request.method == "GET" && request.target.rfind("/progress", 0) == 0) {
+        reply("200 OK", allow, "application/json", "",
+              m_progress ? m_progress() : "{\"running\":false}");
+        return;
+    }
     if (request.method != "POST") {
         reply("405 Method Not Allowed", allow, text, "", "POST a console command line\n");
         return;

@@ -2,11 +2,13 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
 #include "FactoryManager.h"
 #include "Output.h"
+#include "SimJournal.h"
 #include "SimSet.h"
 
 namespace factorysim {
@@ -135,6 +137,26 @@ void StationRun::WriteAttachments(int line) {
         m_station.AddAttachment(
             {"last-notifications", fs::absolute(notes).string(), "application/jsonl"});
     }
+}
+
+std::string StationRun::ProgressJson() const {
+    const uint64_t now = Now();
+    const Progress p = m_station.CurrentProgress(now);
+    std::string wait = "null";
+    if (p.wait) {
+        const uint64_t end = p.wait->second;
+        const uint64_t elapsed = now > p.wait->first ? now - p.wait->first : 0;
+        wait = "{\"elapsedMs\":" + std::to_string(std::min(elapsed, end - p.wait->first)) +
+               ",\"remainingMs\":" + std::to_string(end > now ? end - now : 0) +
+               ",\"totalMs\":" + std::to_string(end - p.wait->first) + "}";
+    }
+    using sim::JsonQuote;
+    return std::string("{\"running\":") + (p.running ? "true" : "false") +
+           ",\"script\":" + (p.script.empty() ? "null" : JsonQuote(p.script)) +
+           ",\"phase\":" + (p.phase.empty() ? "null" : JsonQuote(p.phase)) +
+           ",\"line\":" + std::to_string(p.line) + ",\"text\":" + JsonQuote(p.text) +
+           ",\"passed\":" + std::to_string(p.passed) + ",\"failed\":" + std::to_string(p.failed) +
+           ",\"nowMs\":" + std::to_string(now) + ",\"wait\":" + wait + "}";
 }
 
 void StationRun::ReadIdentity(FactoryManager* manager) {

@@ -40,7 +40,9 @@ public:
     // be written. status: the run's own.
     int Finish(int status, Output& output);
 
-    const Station& Steps() const { return m_station; }
+    // What the page shows of a running script: {"running", "script", "phase", "line",
+    // "text", "passed", "failed", "nowMs", "wait": {"elapsedMs", "remainingMs"} or null}.
+    std::string ProgressJson() const;
 
 private:
     std::string RecordPath();

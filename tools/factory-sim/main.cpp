@@ -124,7 +124,9 @@ int RunScript(const std::string& path, const std::string& text, const Runner& ru
             station.Stopped();
             return 1;
         }
-        if (line.find_first_not_of(" \t\r") == std::string::npos) {
+        // Blank lines and comments are no steps.
+        const auto first = line.find_first_not_of(" \t\r");
+        if (first == std::string::npos || line[first] == '#') {
             continue;
         }
         if (const std::string error = station.Phase(number, line); error != "no phase") {
@@ -503,6 +505,7 @@ int main(int argc, char** argv) {
                 origins.insert("http://" + host + ":" + std::to_string(options.port));
             }
             control.AllowOrigins(origins);
+            control.SetProgress([&station] { return station.ProgressJson(); });
             control.Start(
                 [&run](const std::string& line) -> Outcome {
                     std::istringstream in(line);
