@@ -20,6 +20,12 @@ class StationRun {
 public:
     explicit StationRun(const Options& options) : m_options(options) {}
 
+    // Whether the run needs the trace's lines (a record, a report or a golden trace):
+    // building them costs time on every tick of a long run.
+    bool WantsTrace() const {
+        return !m_options.record.empty() || !m_options.junit.empty() ||
+               !m_options.compare.empty() || !m_options.goldenWrite.empty();
+    }
     // Every trace line, from whatever thread traces it.
     void OnTraceLine(const std::string& kind, const std::string& line);
     // The run's root folder and ports, which a golden trace leaves out.

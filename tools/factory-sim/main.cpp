@@ -321,9 +321,11 @@ int main(int argc, char** argv) {
         return 2;
     }
     StationRun station(options);
-    trace.SetObserver([&station](const std::string& kind, const std::string& line) {
-        station.OnTraceLine(kind, line);
-    });
+    if (station.WantsTrace()) {
+        trace.SetObserver([&station](const std::string& kind, const std::string& line) {
+            station.OnTraceLine(kind, line);
+        });
+    }
 
     // Every thread started from here on leaves SIGINT and SIGTERM to the signal thread.
     sigset_t stopSignals;
