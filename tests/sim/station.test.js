@@ -379,3 +379,24 @@ test("the control endpoint runs only a body of a stated length: 411 or 400, neve
     await s.stop();
   }
 });
+
+test("a failing step with the native layer shown attaches its picture; a failed run writes no golden", async () => {
+  const script = "set m-mode 1\nevent FactoryMModeStart\nexpect no-such-page\n";
+  const r = await runFactorySim(["--script", "m.fsim", "--record", "m.json", "--golden-write", "g.jsonl"],
+                                { files: { "m.fsim": script }, keep: true });
+  try {
+    assert.strictEqual(r.status, 1, r.stderr);
+    const record = readJson(r, "m.json");
+    const attachments = record.steps.at(-1).attachments;
+    assert.deepStrictEqual(attachments.map((a) => [a.name, a.path, a.type]), [
+      ["native-layer", path.join(r.work, "m.line3.native.png"), "image/png"],
+      ["last-notifications", path.join(r.work, "m.line3.notifications.jsonl"), "application/jsonl"]]);
+    const png = fs.readFileSync(attachments[0].path);
+    assert.deepStrictEqual([...png.subarray(0, 8)], [0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a]);
+    assert.ok(png.length > 100);
+    assert.strictEqual(fs.existsSync(path.join(r.work, "g.jsonl")), false);
+    assert.match(r.stderr, /the golden trace g\.jsonl is not written: the run failed/);
+  } finally {
+    fs.rmSync(r.work, { recursive: true, force: true });
+  }
+});

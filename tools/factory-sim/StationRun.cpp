@@ -197,7 +197,11 @@ int StationRun::Finish(int status, Output& output) {
         result = 2;
     }
     const std::vector<std::string> lines = m_golden.Lines();
-    if (!m_options.goldenWrite.empty() && !WriteLines(m_options.goldenWrite, lines)) {
+    // A golden trace is a known-good run's: a run that failed writes none.
+    if (!m_options.goldenWrite.empty() && status != 0) {
+        output.Error("factory-sim: the golden trace " + m_options.goldenWrite +
+                     " is not written: the run failed");
+    } else if (!m_options.goldenWrite.empty() && !WriteLines(m_options.goldenWrite, lines)) {
         output.Error("factory-sim: cannot write the golden trace " + m_options.goldenWrite);
         result = 2;
     }
