@@ -239,6 +239,8 @@ test("a changed golden trace fails the run with the first difference and a summa
     [golden.filter((_, i) => i !== 9), 10, "notifications 0 missing, 1 extra, 0 changed",
      "extra notification set-volumeBar (1st): 35 at 0 ms"],
     [[...golden, '{"t":3000,"kind":"listener","code":73730}'], 16, "listener codes 1 differ", null],
+    [[...golden, '{"t":3000,"kind":"notify","channel":0,"cmd":"volume","data":2}'], 16,
+     "notifications 1 missing, 0 extra, 0 changed", "missing notification volume (3rd): 2 at 3000 ms"],
     [edit(12, "[3000, 66, 1]", "[2000, 66, 1]"), 13, "calls 0 missing, 0 extra, 1 changed",
      "changed call MEvtHandle::SetTimer (1st): golden [2000,66,1] at 0 ms, this run [3000,66,1] at 0 ms"],
     // The same events in another order: only the first difference shows it.
@@ -387,6 +389,12 @@ test("a failing step with the native layer shown attaches its picture; a failed 
   try {
     assert.strictEqual(r.status, 1, r.stderr);
     const record = readJson(r, "m.json");
+    // Host listener codes and console lines belong to the step that caused them.
+    assert.deepStrictEqual(record.steps.map((st) => [st.line, st.listener.map((l) => [l.kind, l.code]),
+                                                     st.console.map((c) => [c.kind, c.text])]), [
+      [1, [], []],
+      [2, [["listener", 73731]], [["console", "~~ Kill ZYT UI [FactoryManager::InfoZYTAppMgrForVersion]"]]],
+      [3, [], []]]);
     const attachments = record.steps.at(-1).attachments;
     assert.deepStrictEqual(attachments.map((a) => [a.name, a.path, a.type]), [
       ["native-layer", path.join(r.work, "m.line3.native.png"), "image/png"],
