@@ -408,3 +408,26 @@ test("a failing step with the native layer shown attaches its picture; a failed 
     fs.rmSync(r.work, { recursive: true, force: true });
   }
 });
+
+test("the station options are refused with status 2 when they cannot work", async () => {
+  const cases = [
+    [["--record", "r.json"], /--record needs --script/],
+    [["--junit", "j.xml"], /--junit needs --script/],
+    [["--script", "s.fsim", "--golden-write", "s.fsim"], /--golden-write s\.fsim: one of the run's own inputs/],
+    [["--script", "s.fsim", "--compare", "g.jsonl", "--golden-write", "./g.jsonl"],
+     /--golden-write \.\/g\.jsonl: one of the run's own inputs/],
+    [["--script", "s.fsim", "--record", "s.fsim"], /--record s\.fsim: one of the run's own inputs/],
+    [["--script", "s.fsim", "--junit", "."], /--junit \.: a folder/],
+    [["--script", "s.fsim", "--compare", "missing.jsonl"], /--compare missing\.jsonl: no such file/],
+  ];
+  for (const [args, message] of cases) {
+    const r = await runFactorySim(args, { files: { "s.fsim": "wait 1\n", "g.jsonl": "" }, keep: true });
+    try {
+      assert.strictEqual(r.status, 2, args.join(" ") + r.stderr);
+      assert.match(r.stderr, message, args.join(" "));
+      assert.strictEqual(fs.readFileSync(path.join(r.work, "s.fsim"), "utf8"), "wait 1\n");
+    } finally {
+      fs.rmSync(r.work, { recursive: true, force: true });
+    }
+  }
+});

@@ -188,11 +188,21 @@ std::string CheckPaths(const Options& o) {
     if ((!o.record.empty() || !o.junit.empty()) && o.script.empty()) {
         return std::string(o.record.empty() ? "--junit" : "--record") + " needs --script";
     }
+    // The files a run writes never replace its own inputs.
     for (const auto& [option, path] :
-         {std::make_pair("--junit", o.junit), std::make_pair("--golden-write", o.goldenWrite)}) {
+         {std::make_pair("--junit", o.junit), std::make_pair("--golden-write", o.goldenWrite),
+          std::make_pair("--record", o.record)}) {
         std::error_code ec;
-        if (!path.empty() && fs::is_directory(path, ec)) {
+        if (path.empty()) {
+            continue;
+        }
+        if (option != std::string("--record") && fs::is_directory(path, ec)) {
             return std::string(option) + " " + path + ": a folder";
+        }
+        for (const std::string& input : {o.script, o.setFile, o.compare}) {
+            if (!input.empty() && fs::exists(path, ec) && fs::equivalent(path, input, ec)) {
+                return std::string(option) + " " + path + ": one of the run's own inputs";
+            }
         }
     }
     in_addr v4{};
