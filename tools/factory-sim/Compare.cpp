@@ -46,15 +46,21 @@ std::string GoldenTrace::Normalize(const std::string& kind, const std::string& l
 
 void GoldenTrace::Add(const std::string& kind, const std::string& line) {
     std::lock_guard<std::mutex> lock(m_mutex);
-    std::string normal = Normalize(kind, line);
-    if (!normal.empty()) {
-        m_lines.push_back(std::move(normal));
+    // Made neutral at the end: the set's root and ports are known only once it runs,
+    // after its first lines.
+    if (kind != "log") {
+        m_lines.push_back(line);
     }
 }
 
 std::vector<std::string> GoldenTrace::Lines() const {
     std::lock_guard<std::mutex> lock(m_mutex);
-    return Canonical(m_lines);
+    std::vector<std::string> lines;
+    lines.reserve(m_lines.size());
+    for (const std::string& line : m_lines) {
+        lines.push_back(Normalize("", line));
+    }
+    return Canonical(std::move(lines));
 }
 
 namespace {
