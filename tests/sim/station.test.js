@@ -109,7 +109,7 @@ test("every example writes a record that its schema accepts, with the set's iden
   assert.ok(scripts.length >= 7, scripts.join(" "));
   for (const script of scripts) {
     const r = await runFactorySim(["--script", path.join(EXAMPLES, script), "--record", "rec.json",
-                                   "--station", "line-3"], { keep: true });
+                                   "--station", "line-3", "--junit", "j.xml"], { keep: true });
     try {
       assert.strictEqual(r.status, 0, script + "\n" + r.stderr);
       const record = readJson(r, "rec.json");
@@ -119,6 +119,11 @@ test("every example writes a record that its schema accepts, with the set's iden
       assert.match(record.set.mac, /^([0-9a-f]{2}:){5}[0-9a-f]{2}$/, script);
       assert.ok(record.set.model.length > 0 && record.set.serial.length > 0, script);
       assert.match(record.start, /^\d{4}-/);
+      const suite = parseXml(fs.readFileSync(path.join(r.work, "j.xml"), "utf8")).children[0];
+      const cases = suite.children.map((c) => c.attrs.name);
+      assert.deepStrictEqual(cases, record.phases.length ? ["(before the first phase)", ...record.phases.map((p) => p.name)]
+        : [script], script);
+      assert.deepStrictEqual([suite.attrs.failures, suite.attrs.errors], ["0", "0"], script);
     } finally {
       fs.rmSync(r.work, { recursive: true, force: true });
     }
