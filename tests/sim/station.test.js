@@ -436,3 +436,31 @@ test("the station options are refused with status 2 when they cannot work", asyn
     }
   }
 });
+
+test("a station stopped by SIGTERM records the cut step as an ERROR", async () => {
+  const work = fs.mkdtempSync(path.join(os.tmpdir(), "station-stop-"));
+  try {
+    fs.writeFileSync(path.join(work, "l.fsim"), "phase long\nwait 1\nwait 60000\nwait 5\n");
+    const child = spawn(BINARY, ["--real-time", "--port", "0", "--control-port", "0", "--script", "l.fsim",
+                                 "--record", "l.json", "--junit", "l.xml"], { cwd: work, env: { ...process.env, TMPDIR: work } });
+    let stdout = "";
+    child.stdout.on("data", (d) => { stdout += d; });
+    const closed = new Promise((resolve) => child.on("close", resolve));
+    const limit = Date.now() + 10000;
+    while (!/t = 1 ms/.test(stdout) && Date.now() < limit) await new Promise((r) => setTimeout(r, 20));
+    await new Promise((r) => setTimeout(r, 300));
+    child.kill("SIGTERM");
+    assert.strictEqual(await closed, 1);
+    const record = JSON.parse(fs.readFileSync(path.join(work, "l.json"), "utf8"));
+    assert.strictEqual(validate(record, SCHEMA), null);
+    assert.deepStrictEqual([record.outcome, record.error], ["ERROR", "line 3: stopped by a signal"]);
+    assert.deepStrictEqual(record.steps.map((s) => [s.line, s.outcome]), [[2, "PASS"], [3, "ERROR"]]);
+    assert.strictEqual(record.phases[0].outcome, "ERROR");
+    const suite = parseXml(fs.readFileSync(path.join(work, "l.xml"), "utf8")).children[0];
+    assert.deepStrictEqual([suite.attrs.errors, suite.children[0].children[0].name,
+                            suite.children[0].children[0].attrs.message],
+                           ["1", "error", "line 3: stopped by a signal"]);
+  } finally {
+    fs.rmSync(work, { recursive: true, force: true });
+  }
+});

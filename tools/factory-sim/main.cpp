@@ -138,7 +138,8 @@ int RunScript(const std::string& path, const std::string& text, const Runner& ru
         }
         station.BeginStep(number, line);
         const Outcome outcome = run(line);
-        station.EndStep(outcome.ok, outcome.output);
+        // A signal cuts a wait short: that step did not run to its end.
+        station.EndStep(outcome.ok && !g_stop, g_stop ? "stopped by a signal" : outcome.output);
         if (!outcome.output.empty()) {
             output.Print(outcome.output);
         }
