@@ -23,7 +23,6 @@
 #include <thread>
 
 #include "Commands.h"
-#include "Compare.h"
 #include "ControlServer.h"
 #include "FactoryManager.h"
 #include "Names.h"
@@ -34,7 +33,6 @@
 #include "SimDisplay.h"
 #include "SimSet.h"
 #include "SimWebApp.h"
-#include "Station.h"
 #include "StationRun.h"
 #include "TVManager.h"
 #include "Trace.h"
