@@ -57,6 +57,16 @@ std::string Trim(const std::string& text) {
     return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
+// A Content-Length is decimal digits only, and fits.
+bool ParseLength(const std::string& text, size_t& length) {
+    if (text.empty() || text.size() > 12 ||
+        text.find_first_not_of("0123456789") != std::string::npos) {
+        return false;
+    }
+    length = static_cast<size_t>(std::strtoull(text.c_str(), nullptr, 10));
+    return true;
+}
+
 // Reads one request whole by the deadline; false for anything else.
 bool ReadRequest(int client, Request& request, std::string& refusal) {
     const auto deadline = std::chrono::steady_clock::now() + kRequestDeadline;
@@ -99,8 +109,21 @@ bool ReadRequest(int client, Request& request, std::string& refusal) {
                         Trim(line.substr(colon + 1));
                 }
             }
-            if (request.headers.count("content-length") != 0) {
-                length = std::strtoul(request.headers["content-length"].c_str(), nullptr, 10);
+            // Commands come in a body of a stated length only: a chunked body, or a
+            // POST without its length, would otherwise run as no command at all.
+            if (request.headers.count("transfer-encoding") != 0) {
+                refusal = "411 Length Required";
+                return false;
+            }
+            const auto stated = request.headers.find("content-length");
+            if (stated == request.headers.end()) {
+                if (request.method == "POST") {
+                    refusal = "411 Length Required";
+                    return false;
+                }
+            } else if (!ParseLength(stated->second, length)) {
+                refusal = "400 Bad Request";
+                return false;
             }
             if (length > kMaxRequest) {
                 refusal = "413 Payload Too Large";
@@ -262,6 +285,11 @@ void ControlServer::Answer(int client) {
         } else {
             reply("200 OK", allow, "image/png", tag, png);
         }
+        return;
+    }
+    if (request.method == "GET" && request.target.rfind("/progress", 0) == 0) {
+        reply("200 OK", allow, "application/json", "",
+              m_progress ? m_progress() : "{\"running\":false}");
         return;
     }
     if (request.method != "POST") {

@@ -29,6 +29,8 @@ public:
     using Handler = std::function<Outcome(const std::string& line)>;
     // The native layer's version and PNG bytes; version 0 while there is none.
     using NativeSource = std::function<std::pair<uint64_t, std::string>()>;
+    // A running script's progress as JSON (GET /progress).
+    using ProgressSource = std::function<std::string()>;
 
     ~ControlServer();
     // Binds the loopback port (0 picks a free one); the error is empty on success.
@@ -36,6 +38,7 @@ public:
     // Origins allowed besides none (e.g. "http://127.0.0.1:7233").
     void AllowOrigins(std::set<std::string> origins) { m_origins = std::move(origins); }
     void Start(Handler handler, NativeSource native);
+    void SetProgress(ProgressSource progress) { m_progress = std::move(progress); }
     void Stop();
     int Port() const { return m_port; }
 
@@ -50,6 +53,7 @@ private:
 
     Handler m_handler;
     NativeSource m_native;
+    ProgressSource m_progress;
     std::set<std::string> m_origins;
     int m_listen = -1;
     int m_port = 0;

@@ -32,13 +32,19 @@ Runs the factory library on a simulated set and serves the factory UI.
   --root DIR          the set's root folder (default: a fresh temporary one)
   --listen ADDR       address of the factory UI server (default 127.0.0.1;
                       0.0.0.0 for every interface)
-  --port N            port of the factory UI server (default 7233)
+  --port N            port of the factory UI server (default 7233, 0 picks a free
+                      one; the ports in use are printed as "factory-sim: ports ...")
   --control-port N    loopback port of the page's control endpoint (default 7234,
                       0 picks a free one)
   --no-control        no control endpoint
   --script FILE       run the commands of FILE and exit (virtual time by default)
   --trace FILE        write every notification, call, listener code, console and
                       log line to FILE as JSON Lines
+  --record FILE|DIR   write the run's record (JSON) to FILE, or a new file in DIR
+  --station NAME      the station named in the record (default: the host name)
+  --junit FILE        write a JUnit XML report of the script's phases to FILE
+  --compare GOLDEN    fail when the run's trace differs from the golden trace
+  --golden-write FILE write the run's trace as a golden trace to FILE
   --ui FILE           the factory UI page to serve (default: the installed one)
   --real-time         the set's clock follows the wall clock (console default)
   --virtual-time      the set's clock moves only with 'wait' (script default)
@@ -54,10 +60,15 @@ std::string ParseOptions(int argc, char** argv, Options& o) {
         {"--set", [&](const std::string& v) { return o.setFile = v, std::string(); }},
         {"--root", [&](const std::string& v) { return o.root = v, std::string(); }},
         {"--listen", [&](const std::string& v) { return o.listen = v, std::string(); }},
-        {"--port", [&](const std::string& v) { return ParsePort(v, o.port, false); }},
+        {"--port", [&](const std::string& v) { return ParsePort(v, o.port, true); }},
         {"--control-port", [&](const std::string& v) { return ParsePort(v, o.controlPort, true); }},
         {"--script", [&](const std::string& v) { return o.script = v, std::string(); }},
         {"--trace", [&](const std::string& v) { return o.trace = v, std::string(); }},
+        {"--station", [&](const std::string& v) { return o.station = v, std::string(); }},
+        {"--record", [&](const std::string& v) { return o.record = v, std::string(); }},
+        {"--junit", [&](const std::string& v) { return o.junit = v, std::string(); }},
+        {"--compare", [&](const std::string& v) { return o.compare = v, std::string(); }},
+        {"--golden-write", [&](const std::string& v) { return o.goldenWrite = v, std::string(); }},
         {"--ui", [&](const std::string& v) { return o.uiFile = v, std::string(); }},
         {"--expect-timeout",
          [&](const std::string& v) {
@@ -169,6 +180,29 @@ std::string CheckPaths(const Options& o) {
         }
         if (!o.script.empty() && fs::exists(o.trace, ec) && fs::equivalent(o.trace, o.script, ec)) {
             return "--trace " + o.trace + ": the script itself";
+        }
+    }
+    if (const std::string error = CheckReadable("--compare", o.compare); !error.empty()) {
+        return error;
+    }
+    if ((!o.record.empty() || !o.junit.empty()) && o.script.empty()) {
+        return std::string(o.record.empty() ? "--junit" : "--record") + " needs --script";
+    }
+    // The files a run writes never replace its own inputs.
+    for (const auto& [option, path] :
+         {std::make_pair("--junit", o.junit), std::make_pair("--golden-write", o.goldenWrite),
+          std::make_pair("--record", o.record)}) {
+        std::error_code ec;
+        if (path.empty()) {
+            continue;
+        }
+        if (option != std::string("--record") && fs::is_directory(path, ec)) {
+            return std::string(option) + " " + path + ": a folder";
+        }
+        for (const std::string& input : {o.script, o.setFile, o.compare}) {
+            if (!input.empty() && fs::exists(path, ec) && fs::equivalent(path, input, ec)) {
+                return std::string(option) + " " + path + ": one of the run's own inputs";
+            }
         }
     }
     in_addr v4{};

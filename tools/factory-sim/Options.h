@@ -15,7 +15,12 @@ struct Options {
     bool control = true;
     std::string script;
     std::string trace;
-    std::string uiFile;  // empty: the page installed beside the binary
+    std::string station;      // empty: the host name
+    std::string record;       // a file, or a folder that gets one record per run
+    std::string junit;        // JUnit XML report
+    std::string compare;      // golden trace to compare the run with
+    std::string goldenWrite;  // write the run's golden trace here
+    std::string uiFile;       // empty: the page installed beside the binary
     std::optional<bool> realTime;
     unsigned long expectTimeoutMs = 5000;  // real time: how long expect waits
     bool verbose = false;

@@ -13,11 +13,18 @@ bool Trace::Open(const std::string& path) {
 
 void Trace::Write(uint64_t tMs, const std::string& kind, const std::string& rest) {
     std::lock_guard<std::mutex> lock(m_mutex);
-    if (!m_out.is_open()) {
+    if (!m_out.is_open() && !m_observer) {
         return;
     }
-    // Flushed per line: a line station tails the file while the set runs.
-    m_out << "{\"t\":" << tMs << ",\"kind\":" << JsonQuote(kind) << rest << "}\n" << std::flush;
+    const std::string line =
+        "{\"t\":" + std::to_string(tMs) + ",\"kind\":" + JsonQuote(kind) + rest + "}";
+    if (m_observer) {
+        m_observer(kind, line);
+    }
+    if (m_out.is_open()) {
+        // Flushed per line: a line station tails the file while the set runs.
+        m_out << line << "\n" << std::flush;
+    }
 }
 
 void Trace::Notify(uint64_t tMs, int channel, const std::string& cmd, const std::string& data,

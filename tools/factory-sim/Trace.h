@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <fstream>
+#include <functional>
 #include <mutex>
 #include <string>
 
@@ -14,6 +15,10 @@ public:
     // Without a path the trace records nothing. False when the file cannot be made.
     bool Open(const std::string& path);
     bool IsOpen() const { return m_out.is_open(); }
+    // Sees every line (kind, JSON object) whether or not a file is open; set before
+    // the set starts.
+    using Observer = std::function<void(const std::string& kind, const std::string& line)>;
+    void SetObserver(Observer observer) { m_observer = std::move(observer); }
 
     void Notify(uint64_t tMs, int channel, const std::string& cmd, const std::string& data,
                 bool numeric);
@@ -27,6 +32,7 @@ private:
 
     std::mutex m_mutex;
     std::ofstream m_out;
+    Observer m_observer;
 };
 
 }  // namespace factorysim

@@ -33,6 +33,7 @@
 #include "SimDisplay.h"
 #include "SimSet.h"
 #include "SimWebApp.h"
+#include "StationRun.h"
 #include "TVManager.h"
 #include "Trace.h"
 
@@ -110,18 +111,33 @@ using Runner = std::function<Outcome(const std::string&)>;
 std::atomic<bool> g_stop{false};
 int g_wakePipe[2] = {-1, -1};
 
-int RunScript(const std::string& path, const std::string& text, const Runner& run, Output& output) {
+// Each line is a step of the station's run; `phase NAME` lines group them.
+int RunScript(const std::string& path, const std::string& text, const Runner& run, Output& output,
+              StationRun& station) {
     std::istringstream in(text);
     std::string line;
     for (int number = 1; std::getline(in, line); ++number) {
         if (g_stop) {
             output.Error(path + ":" + std::to_string(number) + ": stopped by a signal");
+            station.Stopped();
             return 1;
         }
-        if (line.find_first_not_of(" \t\r") == std::string::npos) {
+        // Blank lines and comments are no steps.
+        const auto first = line.find_first_not_of(" \t\r");
+        if (first == std::string::npos || line[first] == '#') {
             continue;
         }
+        if (const std::string error = station.Phase(number, line); error != "no phase") {
+            if (!error.empty()) {
+                output.Error(path + ":" + std::to_string(number) + ": " + error);
+                return 1;
+            }
+            continue;
+        }
+        station.BeginStep(number, line);
         const Outcome outcome = run(line);
+        // A signal cuts a wait short: that step did not run to its end.
+        station.EndStep(outcome.ok && !g_stop, g_stop ? "stopped by a signal" : outcome.output);
         if (!outcome.output.empty()) {
             output.Print(outcome.output);
         }
@@ -135,6 +151,7 @@ int RunScript(const std::string& path, const std::string& text, const Runner& ru
     }
     if (g_stop) {
         output.Error(path + ": stopped by a signal");
+        station.Stopped();
         return 1;
     }
     output.Print("factory-sim: script " + path + " passed");
@@ -302,6 +319,12 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "factory-sim: cannot write the trace %s\n", options.trace.c_str());
         return 2;
     }
+    StationRun station(options);
+    if (station.WantsTrace()) {
+        trace.SetObserver([&station](const std::string& kind, const std::string& line) {
+            station.OnTraceLine(kind, line);
+        });
+    }
 
     // Every thread started from here on leaves SIGINT and SIGTERM to the signal thread.
     sigset_t stopSignals;
@@ -350,6 +373,8 @@ int main(int argc, char** argv) {
         output.Error(std::string("factory-sim: cannot prepare the set: ") + e.what());
         status = 2;
     }
+    // --port 0: the set picked the factory UI's port.
+    options.port = set.Config().port;
     // The journal and the notes keep a window; the trace file holds everything.
     set.GetJournal().SetWindow(20000, 4 * 1024 * 1024);
     sim::WebAppState& web = set.Get<sim::WebAppState>();
@@ -481,6 +506,7 @@ int main(int argc, char** argv) {
                 origins.insert("http://" + host + ":" + std::to_string(options.port));
             }
             control.AllowOrigins(origins);
+            control.SetProgress([&station] { return station.ProgressJson(); });
             control.Start(
                 [&run](const std::string& line) -> Outcome {
                     std::istringstream in(line);
@@ -506,6 +532,11 @@ int main(int argc, char** argv) {
             output.Print("factory-sim: control endpoint at " + controlUrl +
                          " (POST a command line)");
         }
+        // One line for the tools that start stations on free ports.
+        output.Print("factory-sim: ports ui=" + std::to_string(options.port) + " control=" +
+                     (options.control ? std::to_string(control.Port()) : std::string("none")));
+        station.SetRules(set.GetRoot().Folder().string(), options.port,
+                         options.control ? control.Port() : 0);
         output.Print(std::string("factory-sim: ") + (realTime ? "real" : "virtual") +
                      " time; type 'help' for the commands");
         std::atomic<bool> stopPoll{false};
@@ -519,7 +550,14 @@ int main(int argc, char** argv) {
             });
         }
         if (!options.script.empty()) {
-            status = RunScript(options.script, scriptText, run, output);
+            station.Begin(scriptText, [&](const std::string& picture) {
+                dumpNative(true);
+                std::error_code ec;
+                fs::copy_file(set.GetRoot().Map(kNativeDump), picture,
+                              fs::copy_options::overwrite_existing, ec);
+                return !ec;
+            });
+            status = RunScript(options.script, scriptText, run, output, station);
         } else {
             RunConsole(run, output);
         }
@@ -540,6 +578,14 @@ int main(int argc, char** argv) {
     set.GetJournal().SetSink(nullptr);
     set.Loop().SetAfterWork(nullptr);
     set.Loop().SetOnTick(nullptr);
+    // The set's identity is read after the trace has ended, so that reading it adds
+    // nothing to the run; a station writes serial and MAC during the run.
+    if (manager != nullptr && !options.script.empty()) {
+        Commands::OnEventThread([&] { station.ReadIdentity(manager); });
+    }
+    if (const int finished = station.Finish(status, output); finished != 0 && status == 0) {
+        status = finished;
+    }
     set.Shutdown();
     g_running = nullptr;
     output.Release();
