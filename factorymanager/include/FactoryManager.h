@@ -563,7 +563,6 @@ private:
     void EndTunerLayout(const char* layout);
     void ShowTunerPage();
     // Writes the text only on a DVB-T2 demodulator whose information was refreshed.
-    class mapi_demodulator* TunerDemodulator();
     MAPI_U8 TunerT2Text(std::string& text, std::string (*format)(class mapi_demodulator&));
     // Zeroed member buffer of a formatter; null when it cannot be allocated.
     char* TunerBuffer(unsigned int index, unsigned int size);

@@ -78,20 +78,22 @@ char* FactoryManager::TunerBuffer(unsigned int index, unsigned int size) {
     return ReaderBuffer(m_tunerBuffers[index].text, size);
 }
 
-mapi_demodulator* FactoryManager::TunerDemodulator() {
+namespace {
+// Asked only by the rows that read the demodulator, and only on the branch that reads
+// it: the page refreshes every second, and a row whose source is elsewhere (the tuner
+// driver, the satellite record, the stored settings) neither needs it nor goes blank
+// without it.
+mapi_demodulator* CurrentDemodulator() {
     MSrv_DTV_Player_DVB* dtv = MSrv_Control::GetInstance()->GetMSrvDtv();
     return dtv != nullptr ? dtv->GetCurrentDemodulator() : nullptr;
 }
 
-namespace {
-// A row that asks the demodulator is blank without one; a row whose source is
-// elsewhere (the tuner driver, the satellite record, the stored settings) takes no
-// demodulator and keeps its value.
 template <typename F>
-std::string Read(mapi_demodulator* d, F row) {
+std::string Read(F row) {
     if constexpr (std::is_invocable_v<F>) {
         return row();
     } else {
+        mapi_demodulator* d = CurrentDemodulator();
         return d != nullptr ? row(*d) : std::string();
     }
 }
@@ -99,13 +101,13 @@ std::string Read(mapi_demodulator* d, F row) {
 // The shape every buffer formatter shares: the terrestrial/cable text for sources
 // 1-3, the satellite text for 4-5, the other text (default empty) for the rest.
 template <class T, class S>
-std::string ByBranch(MAPI_U32 source, mapi_demodulator* d, T terrestrial, S satellite,
+std::string ByBranch(MAPI_U32 source, T terrestrial, S satellite,
                      std::string other = std::string()) {
     if (Terrestrial(source)) {
-        return Read(d, terrestrial);
+        return Read(terrestrial);
     }
     if (Satellite(source)) {
-        return Read(d, satellite);
+        return Read(satellite);
     }
     return other;
 }
@@ -117,7 +119,7 @@ const char* FactoryManager::GetTunerModulationSystem() {
     const MAPI_U32 source = GetTVSource();
     return Put(out, 13,
                ByBranch(
-                   source, TunerDemodulator(),
+                   source,
                    [](mapi_demodulator& d) -> std::string {
                        const MAPI_U8 type = d.GetCurrentDemodulatorType();
                        return IsDvbt(type) ? "DVB-T" : IsDvbt2(type) ? "DVB-T2" : "DVB-C";
@@ -164,7 +166,7 @@ const char* FactoryManager::GetFrequencyOffset() {
     char* out = TunerBuffer(kFrequencyOffset, 19);
     return Put(out, 19,
                ByBranch(
-                   GetTVSource(), TunerDemodulator(),
+                   GetTVSource(),
                    [](mapi_demodulator& d) {
                        float offset = 0;
                        return d.ExtendCmd(E_DEMOD_EXTEND_CMD_FREQ_OFFSET, 1, 0, &offset) == 1
@@ -178,21 +180,21 @@ const char* FactoryManager::GetFrequencyOffset() {
 
 const char* FactoryManager::GetBandwidth() {
     char* out = TunerBuffer(kBandwidth, 17);
-    return Put(out, 17,
-               ByBranch(
-                   GetTVSource(), TunerDemodulator(),
-                   []() { return Label(DemodLabels::Bandwidth, TUNDRV_GetDTVBandwidth()); },
-                   [](mapi_demodulator& d) {
-                       return DemodFormat::Float(DemodFormat::SatelliteBandwidth(
-                           d.GetDVBS_Demod_SymbolRate(), d.GetDVBS_Demod_RollOff()));
-                   }));
+    return Put(
+        out, 17,
+        ByBranch(
+            GetTVSource(), []() { return Label(DemodLabels::Bandwidth, TUNDRV_GetDTVBandwidth()); },
+            [](mapi_demodulator& d) {
+                return DemodFormat::Float(DemodFormat::SatelliteBandwidth(
+                    d.GetDVBS_Demod_SymbolRate(), d.GetDVBS_Demod_RollOff()));
+            }));
 }
 
 const char* FactoryManager::GetLockStatus() {
     char* out = TunerBuffer(kLockStatus, 13);
     return Put(out, 13,
                ByBranch(
-                   GetTVSource(), TunerDemodulator(),
+                   GetTVSource(),
                    [](mapi_demodulator& d) {
                        return std::string(d.DTV_GetLockStatus() ? "LOCK" : "NOLOCK");
                    },
@@ -206,7 +208,7 @@ const char* FactoryManager::GetTunerSNR() {
     return Put(
         out, 17,
         ByBranch(
-            GetTVSource(), TunerDemodulator(),
+            GetTVSource(),
             [](mapi_demodulator& d) { return DemodFormat::OneDecimal(d.DTV_GetSNR_Debug()); },
             [](mapi_demodulator& d) { return DemodFormat::OneDecimal(d.GetDVBS_Demod_SNR()); }));
 }
@@ -220,7 +222,7 @@ const char* FactoryManager::GetTunerSignalPower() {
     return Put(
         out, 21,
         ByBranch(
-            source, TunerDemodulator(), []() { return DemodFormat::OneDecimal(TUNDRV_GetRSSI()); },
+            source, []() { return DemodFormat::OneDecimal(TUNDRV_GetRSSI()); },
             [](mapi_demodulator& d) { return DemodFormat::Integer(d.GetDVBS_Demod_SignalLevel()); },
             analogue));
 }
@@ -230,7 +232,7 @@ const char* FactoryManager::GetTunerSignalQualityIndex() {
     return Put(
         out, 17,
         ByBranch(
-            GetTVSource(), TunerDemodulator(),
+            GetTVSource(),
             [](mapi_demodulator& d) { return DemodFormat::Integer(d.DTV_GetSignalQuality()); },
             [](mapi_demodulator& d) {
                 return DemodFormat::Integer(d.GetDVBS_Demod_SignalQuality() & 0xFF);
@@ -242,7 +244,7 @@ const char* FactoryManager::GetTunerSignalStrengthIndex() {
     return Put(
         out, 17,
         ByBranch(
-            GetTVSource(), TunerDemodulator(),
+            GetTVSource(),
             [](mapi_demodulator& d) { return DemodFormat::Integer(d.DTV_GetSignalStrength()); },
             [](mapi_demodulator& d) {
                 return DemodFormat::Integer(d.GetDVBS_Demod_SignalStrength() & 0xFF);
@@ -254,7 +256,7 @@ const char* FactoryManager::GetTunerGetBitErrorRate() {
     return Put(
         out, 17,
         ByBranch(
-            GetTVSource(), TunerDemodulator(),
+            GetTVSource(),
             [](mapi_demodulator& d) { return DemodFormat::Scientific(d.DTV_GetPostBER()); },
             [](mapi_demodulator& d) { return DemodFormat::Scientific(d.DTV_DVBS_GetPostBER()); }));
 }
@@ -263,7 +265,7 @@ const char* FactoryManager::GetTunerGetUncorrectedError() {
     char* out = TunerBuffer(kUncorrectedError, 17);
     return Put(out, 17,
                ByBranch(
-                   GetTVSource(), TunerDemodulator(),
+                   GetTVSource(),
                    [](mapi_demodulator& d) { return DemodFormat::Integer(d.DTV_GetPacketErr()); },
                    [](mapi_demodulator& d) {
                        return DemodFormat::Integer(d.GetDVBS_Demod_TSpacketError());
@@ -274,7 +276,7 @@ const char* FactoryManager::GetTunerModulation() {
     char* out = TunerBuffer(kModulation, 17);
     return Put(out, 17,
                ByBranch(
-                   GetTVSource(), TunerDemodulator(),
+                   GetTVSource(),
                    [](mapi_demodulator& d) {
                        const MAPI_U8 type = d.GetCurrentDemodulatorType();
                        if (IsDvbt(type) || IsDvbt2(type)) {
@@ -296,7 +298,7 @@ const char* FactoryManager::GetTunerModulation() {
 const char* FactoryManager::GetTunerMode() {
     char* out = TunerBuffer(kMode, 13);
     const std::string text = ByBranch(
-        GetTVSource(), TunerDemodulator(),
+        GetTVSource(),
         [](mapi_demodulator& d) {
             const MAPI_U8 type = d.GetCurrentDemodulatorType();
             return IsDvbt(type) || IsDvbt2(type)
@@ -316,7 +318,10 @@ MAPI_BOOL FactoryManager::GetTunerCodeRate(const char*& highPriority, const char
         return 0;
     }
     const MAPI_U32 source = GetTVSource();
-    mapi_demodulator* d = TunerDemodulator();
+    if (!Terrestrial(source) && !Satellite(source)) {
+        return 1;
+    }
+    mapi_demodulator* d = CurrentDemodulator();
     if (d == nullptr) {
         return 1;
     }
@@ -340,7 +345,7 @@ const char* FactoryManager::GetTunerGuardInterval() {
     return Put(
         out, 13,
         ByBranch(
-            GetTVSource(), TunerDemodulator(),
+            GetTVSource(),
             [](mapi_demodulator& d) {
                 const MAPI_U8 type = d.GetCurrentDemodulatorType();
                 if (IsDvbt(type)) {
@@ -356,7 +361,7 @@ const char* FactoryManager::GetTunerGuardInterval() {
 
 const char* FactoryManager::GetTuner2ndIFFrequency() {
     char* out = TunerBuffer(kSecondIF, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [](mapi_demodulator& d) {
+    return Put(out, 13, ByBranch(GetTVSource(), None, [](mapi_demodulator& d) {
                    d.GetDemodInfoForDVBS();
                    return DemodFormat::Integer(d.GetDVBS_Demod_Frequency());
                }));
@@ -364,14 +369,14 @@ const char* FactoryManager::GetTuner2ndIFFrequency() {
 
 const char* FactoryManager::GetTunerSymbolRate() {
     char* out = TunerBuffer(kSymbolRate, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [this]() {
+    return Put(out, 13, ByBranch(GetTVSource(), None, [this]() {
                    return DemodFormat::Integer(m_stDVBSDemodInfo.s32SymbolRate);
                }));
 }
 
 const char* FactoryManager::GetTunerRollOff() {
     char* out = TunerBuffer(kRollOff, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [](mapi_demodulator& d) {
+    return Put(out, 13, ByBranch(GetTVSource(), None, [](mapi_demodulator& d) {
                    return Label(DemodLabels::RollOff, d.GetDVBS_Demod_RollOff() & 0xFF);
                }));
 }
@@ -389,21 +394,21 @@ ST_USER_SYSTEM_SETTING UserSetting() {
 
 const char* FactoryManager::GetTunerLNBPower() {
     char* out = TunerBuffer(kLNBPower, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
+    return Put(out, 13, ByBranch(GetTVSource(), None, []() {
                    return Label(DemodLabels::LNBPower, UserSetting().u8LNBPower);
                }));
 }
 
 const char* FactoryManager::GetTunerLNBSystem() {
     char* out = TunerBuffer(kLNBSystem, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
+    return Put(out, 13, ByBranch(GetTVSource(), None, []() {
                    return Label(DemodLabels::LNBSystem, UserSetting().u8LNBSystem);
                }));
 }
 
 const char* FactoryManager::GetTunerLNBNumber() {
     char* out = TunerBuffer(kLNBNumber, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
+    return Put(out, 13, ByBranch(GetTVSource(), None, []() {
                    MSrv_DTV_Player_DVBS* dvbs = SatellitePlayer();
                    ST_SATELLITE_INFO info{};
                    if (dvbs == nullptr ||
@@ -416,14 +421,14 @@ const char* FactoryManager::GetTunerLNBNumber() {
 
 const char* FactoryManager::GetTunerLNBBand() {
     char* out = TunerBuffer(kLNBBand, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, [](mapi_demodulator& d) {
+    return Put(out, 13, ByBranch(GetTVSource(), None, [](mapi_demodulator& d) {
                    return Label(DemodLabels::LNBBand, d.GetDVBS_Demod_22kOn() & 0xFF);
                }));
 }
 
 const char* FactoryManager::GetTunerLNBPolarity() {
     char* out = TunerBuffer(kLNBPolarity, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
+    return Put(out, 13, ByBranch(GetTVSource(), None, []() {
                    MSrv_DTV_Player_DVBS* dvbs = SatellitePlayer();
                    ST_TRANSPONDER_INFO info{};
                    if (dvbs == nullptr ||
@@ -437,7 +442,7 @@ const char* FactoryManager::GetTunerLNBPolarity() {
 
 const char* FactoryManager::GetTunerLNBAntError() {
     char* out = TunerBuffer(kLNBAntError, 13);
-    return Put(out, 13, ByBranch(GetTVSource(), TunerDemodulator(), None, []() {
+    return Put(out, 13, ByBranch(GetTVSource(), None, []() {
                    MSrv_DTV_Player_DVB* dtv = MSrv_Control::GetInstance()->GetMSrvDtv();
                    const bool protect =
                        dtv != nullptr && (dtv->GetErrorStatus() & E_DVB_ERROR_LNB_SHORT_PROTECT);
@@ -451,7 +456,7 @@ MAPI_U8 FactoryManager::TunerT2Text(std::string& text, std::string (*format)(map
     if (!Terrestrial(GetTVSource())) {
         return 0;
     }
-    mapi_demodulator* d = TunerDemodulator();
+    mapi_demodulator* d = CurrentDemodulator();
     if (d == nullptr || !IsDvbt2(d->GetCurrentDemodulatorType()) || d->GetDemodInfo() != 1) {
         return 0;
     }
