@@ -17,7 +17,7 @@ case "${1:-}" in
 esac
 
 packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev
-  libwebsockets-dev libjson-c-dev libdirectfb-dev libdirectfb-extra fonts-dejavu-core)
+  libwebsockets-dev libjson-c-dev libdirectfb-dev libdirectfb-extra fonts-dejavu-core libpng-dev)
 # tzdata: the time-zone tables are checked against the system's zone database.
 [ "$tests" -eq 1 ] && packages+=(chromium nodejs npm tzdata)
 [ "$fuzz" -eq 1 ] && packages+=(clang-14 libclang-rt-14-dev)

@@ -6,12 +6,11 @@
 #include <string>
 
 #include "SetFixture.h"
+#include "SimFrontEnd.h"
 #include "SimMMode.h"
 #include "SimPlayers.h"
 #include "SimProductionTests.h"
 #include "SimProductionTests2.h"
-#include "SimSatellite.h"
-#include "SimTvRoutes.h"
 
 namespace {
 
@@ -49,8 +48,8 @@ void Edid(FactoryLinesTest& t, bool pass) {
 }
 
 void Satellite(FactoryLinesTest& t, unsigned sub) {
-    t.Set().Get<sim::TvRouteState>().routeTypes = {{2, 4, 0, 0}};
-    t.Set().Get<sim::SatelliteState>().dish22kFails = true;
+    t.Set().Get<sim::FrontEndState>().routeTypes = {{2, 4, 0, 0}};
+    t.Set().Get<sim::FrontEndState>().dish22kFails = true;
     t.Event(230, sub);
 }
 

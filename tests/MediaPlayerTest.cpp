@@ -14,10 +14,10 @@
 #include "FactoryKeyCodes.h"
 #include "FactoryManager.h"
 #include "SetFixture.h"
+#include "SimFrontEnd.h"
 #include "SimMMode.h"
 #include "SimMediaBrowser.h"
 #include "SimPlayers.h"
-#include "SimTvRoutes.h"
 
 namespace {
 
@@ -183,7 +183,7 @@ TEST_P(MediaStopTest, ExitStopsTheBrowserAndGoesBackToDigitalTv) {
     const StopCase& c = GetParam();
     Put("clip.ts");
     Media().dtvServices = c.services;
-    Tv().Get<sim::TvRouteState>().routeTypes = c.routes;
+    Tv().Get<sim::FrontEndState>().routeTypes = c.routes;
     Start();
     Journal().Clear();
     EXPECT_EQ(Fm().FactoryDoKeyAction(FactoryKey::PanelExit), 1);

@@ -7,10 +7,9 @@
 
 #include "MapiInputSource.h"
 #include "SetFixture.h"
+#include "SimFrontEnd.h"
 #include "SimPlayers.h"
 #include "SimProgramInfo.h"
-#include "SimSatellite.h"
-#include "SimTvRoutes.h"
 #include "UiNotes.h"
 
 namespace {
@@ -18,12 +17,12 @@ namespace {
 class ProgramInfoTest : public HostTest {
 protected:
     sim::ProgramInfoState& Info() { return Tv().Get<sim::ProgramInfoState>(); }
-    sim::SatelliteState& Sat() { return Tv().Get<sim::SatelliteState>(); }
+    sim::FrontEndState& Sat() { return Tv().Get<sim::FrontEndState>(); }
     void SetUp() override {
         HostTest::SetUp();
-        Tv().Get<sim::TvRouteState>().routeTypes = {{2, 4, 0, 0}};  // cable, then satellite
+        Tv().Get<sim::FrontEndState>().routeTypes = {{2, 4, 0, 0}};  // cable, then satellite
     }
-    void OnSatellite() { Tv().Get<sim::TvRouteState>().route = 1; }
+    void OnSatellite() { Tv().Get<sim::FrontEndState>().route = 1; }
     void DirectCH() { Post(207); }
     // The data of every note with this cmd.
     std::vector<std::string> Sent(const std::string& cmd) {

@@ -9,12 +9,10 @@
 
 #include "FactoryKeyCodes.h"
 #include "SetFixture.h"
+#include "SimFrontEnd.h"
 #include "SimMMode.h"
 #include "SimPlayers.h"
 #include "SimProductionTests.h"
-#include "SimSatellite.h"
-#include "SimTuner.h"
-#include "SimTvRoutes.h"
 #include "UiNotes.h"
 
 namespace {
@@ -25,8 +23,8 @@ protected:
         HostTest::SetUp();
         Routes().routeTypes = {{2, 4, 0, 0}};  // route 0 cable, route 1 satellite
     }
-    sim::SatelliteState& Sat() { return Tv().Get<sim::SatelliteState>(); }
-    sim::TvRouteState& Routes() { return Tv().Get<sim::TvRouteState>(); }
+    sim::FrontEndState& Sat() { return Tv().Get<sim::FrontEndState>(); }
+    sim::FrontEndState& Routes() { return Tv().Get<sim::FrontEndState>(); }
     MAPI_U8 StoredSwitch() { return Tv().Get<sim::MModeState>().user.u8LNBPower; }
     void SatInfo(uintptr_t sub) { Post(230, 0, sub); }
     // The toggle works on the player of the route on screen: the satellite route.
@@ -72,8 +70,8 @@ class LnbTest : public SatelliteTest, public testing::WithParamInterface<LnbCase
 TEST_P(LnbTest, TheLnbToggleSetsEverySatelliteAndTheSupplyByPolarisation) {
     const LnbCase c = GetParam();
     Tv().Get<sim::MModeState>().user.u8LNBPower = c.before;
-    Sat().muxKnown = c.muxKnown;
-    Sat().muxPolarity = c.muxPolarity;
+    Sat().muxReadable = c.muxKnown;
+    Sat().satellites[0].transponders[0].u8Polarity = c.muxPolarity;
     SatInfo(169);
     EXPECT_EQ(StoredSwitch(), c.before ? 0 : 1);
     const auto updates = Calls("MSrv_DTV_Player_DVBS::UpdateSatelliteInfo");
@@ -215,7 +213,7 @@ TEST_F(SatelliteTest, ToggleRetunesHToVAndRescansVToH) {
 TEST_F(SatelliteTest, NoTransponderOrNoSatellitePlayerEndsTheToggleUnreported) {
     Sat().satellites[0].transponders.clear();
     EXPECT_EQ(Toggle(0), 0);
-    Tv().Get<sim::TunerState>().satellitePlayer = false;
+    Tv().Get<sim::FrontEndState>().satellitePlayer = false;
     EXPECT_EQ(Toggle(0), 0);
     EXPECT_EQ(Tv().Get<sim::StationState>().uartResult, -1);
 }

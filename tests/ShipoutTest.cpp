@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "ProductionFixture.h"
+#include "SimFrontEnd.h"
 #include "SimMMode.h"
 #include "SimPlayers.h"
 #include "SimProductionTests.h"
-#include "SimTvRoutes.h"
 
 namespace {
 
@@ -161,7 +161,7 @@ TEST_F(ShipoutTest, TheWipeNeverReachesOutsideTheSet) {
 
 TEST_F(ShipoutTest, OnTheDigitalSourceItStaysAndSwitchesToEachDvbRoute) {
     Station().cmdParam = 16;
-    Tv().Get<sim::TvRouteState>().routeTypes = {{1, 0x20, 2, 0x20}};
+    Tv().Get<sim::FrontEndState>().routeTypes = {{1, 0x20, 2, 0x20}};
     Post(213);
     EXPECT_EQ(Journal().CountCalls("MSrv_Control::SetInputSource"), 0u);
     EXPECT_EQ(Calls("MSrv_Control::SwitchMSrvDtvRoute"), (std::vector<std::string>{"[1]", "[3]"}));

@@ -11,19 +11,18 @@
 #include "FactoryManager.h"
 #include "SetFixture.h"
 #include "SimFactoryStore.h"
+#include "SimFrontEnd.h"
 #include "SimMMode.h"
 #include "SimPlayers.h"
-#include "SimTuner.h"
-#include "SimTvRoutes.h"
 #include "UiNotes.h"
 
 namespace {
 
 class TunerPagesTest : public HostTest {
 protected:
-    sim::TunerState& Tuner() { return Tv().Get<sim::TunerState>(); }
+    sim::FrontEndState& Tuner() { return Tv().Get<sim::FrontEndState>(); }
     void Route(MAPI_U8 system) { Routes().routeTypes[Routes().route] = system; }
-    sim::TvRouteState& Routes() { return Tv().Get<sim::TvRouteState>(); }
+    sim::FrontEndState& Routes() { return Tv().Get<sim::FrontEndState>(); }
     // The rows of one drawing: from its hide command to the layout's "on".
     NoteList LastDrawing() {
         const NoteList notes = UiNotes();
@@ -148,9 +147,8 @@ TEST_F(TunerPagesTest, CableRouteReadsTheMuxFrequencyAndTheCableTables) {
 TEST_F(TunerPagesTest, SatelliteRouteDrawsTheSatelliteLayoutFromTheDemodRecord) {
     Route(0x40);
     Tv().Get<sim::MModeState>().user.u8LNBPower = 0;
-    Tuner().polarity = 1;
+    Tuner().satellites[0].transponders[0] = {10994000, 27500, 0};  // vertical
     Tuner().satRollOff = 0;
-    Tuner().satSymbolRate = 27500;
     Fm().mAPI_ShowTuner();
     EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "TunerDVBS"),
                                    Str("Tuner-Modulation-System-DVBS", "DVB-S2"),
@@ -184,10 +182,10 @@ TEST_F(TunerPagesTest, SatelliteRouteDrawsTheSatelliteLayoutFromTheDemodRecord) 
 TEST_F(TunerPagesTest, FirstSatelliteRouteLeavesTheSystemEmptyAndFollowsTheFrontEnd) {
     Route(4);
     Tuner().lnbShortProtect = true;
-    Tuner().sat22kOn = 1;
+    Tuner().tone22k = true;
     Tuner().satConstellation = 2;
     Tuner().satRollOff = 1;
-    Tuner().satSymbolRate = 30000;
+    Tuner().satellites[0].transponders[0].u16SymbolRate = 30000;
     Fm().mAPI_ShowTuner();
     EXPECT_EQ(Count(Str("Tuner-Modulation-System-DVBS", "")), 1u);
     EXPECT_EQ(Count(Str("Tuner-LNB-Ant-Error-DVBS", "PROTECT")), 1u);
@@ -259,7 +257,7 @@ TEST_F(TunerPagesTest, ValuesOutsideTheTablesLeaveTheTextEmptyOrZero) {
 
 TEST_F(TunerPagesTest, FrequencyOffTheTunerComesFromTheRfQueryTheStoreChooses) {
     Tv().Get<sim::PlayerState>().currentSource = 23;
-    Tuner().rfFrequency = 506125;
+    Tuner().muxFrequency = 506125;
     EXPECT_STREQ(Fm().GetTunerFrequency(), "506.12");
     Tv().Get<sim::FactoryStoreState>().Set(137, 25);
     EXPECT_STREQ(Fm().GetTunerFrequency(), "506.12");
@@ -338,8 +336,7 @@ TEST_F(TunerPagesTest, WithoutADemodulatorOnlyItsOwnRowsGoBlank) {
     Tuner().demodulatorPresent = false;
     Route(0x40);
     Tv().Get<sim::MModeState>().user.u8LNBPower = 0;
-    Tuner().polarity = 1;
-    Tuner().satSymbolRate = 27500;
+    Tuner().satellites[0].transponders[0] = {10994000, 27500, 0};  // vertical
     Fm().mAPI_ShowTuner();
     EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "TunerDVBS"),
                                    Str("Tuner-Modulation-System-DVBS", "DVB-S2"),

@@ -8,9 +8,9 @@
 #include "FactoryKeyCodes.h"
 #include "FactoryManager.h"
 #include "ProductionTests2Fixture.h"
+#include "SimFrontEnd.h"
 #include "SimProductionTests.h"
 #include "SimSystemInfo.h"
-#include "SimTvRoutes.h"
 
 namespace {
 
@@ -251,7 +251,7 @@ TEST_F(FactoryConfigTest, WithTheFixtureHoldingTheScreenOnlyFactoryTuningShows) 
 }
 
 TEST_F(FactoryConfigTest, PresetFiveKeepsTheDigitalSourceAndPlaysTheFirstProgramAfterClosing) {
-    Tv().Get<sim::TvRouteState>().routeTypes[0] = 2;
+    Tv().Get<sim::FrontEndState>().routeTypes[0] = 2;
     Post(247, 0, 5);
     Advance(4000);
     EXPECT_EQ(WorkCalls(),
@@ -270,7 +270,7 @@ TEST_F(FactoryConfigTest, UnknownSubCodeRunsBothTimersAndClosesNothing) {
 
 TEST_F(FactoryConfigTest, SetupRestoresTheFactorySetupAndKeepsTheVersionRecord) {
     Tv().Get<sim::PlayerState>().currentSource = MAPI_INPUT_SOURCE_ATV;
-    Tv().Get<sim::TvRouteState>().route = 2;  // satellite; DTV comes up terrestrial
+    Tv().Get<sim::FrontEndState>().route = 2;  // satellite; DTV comes up terrestrial
     Post(247, 0, 133);
     Advance(2000);
     EXPECT_EQ(

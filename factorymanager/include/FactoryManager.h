@@ -563,7 +563,6 @@ private:
     void EndTunerLayout(const char* layout);
     void ShowTunerPage();
     // Writes the text only on a DVB-T2 demodulator whose information was refreshed.
-    class mapi_demodulator* TunerDemodulator();
     MAPI_U8 TunerT2Text(std::string& text, std::string (*format)(class mapi_demodulator&));
     // Zeroed member buffer of a formatter; null when it cannot be allocated.
     char* TunerBuffer(unsigned int index, unsigned int size);
@@ -605,6 +604,11 @@ private:
     void NotifyDModeValue(MAPI_U8 value);
     // Sends the current address in one of the set's two formats.
     void NotifyDModeAddr(const char* format);
+    // Every value change alike: the address shown in the given format, the stored value
+    // read, changed, written back (through the service-data call or the factory store)
+    // and shown. Defined and used in the service-mode file only.
+    template <class Change>
+    void DModeChangeValue(const char* addrFormat, bool viaServiceData, Change change);
     void DModeMoveItem(bool next);
     void DModeDigitKey(unsigned long key);
     void DModeClose();
@@ -761,6 +765,11 @@ public:
     MAPI_U8 m_bPatternStatus = 0;
 
 private:
+    // Both burn-in cycles start alike: the set's UI taken, the repeating timer, the
+    // first raster, the cycle's step and flag, and the OSD flag from it.
+    MAPI_BOOL StartAgingCycle(const char* handler, unsigned long timer,
+                              MAPI_BOOL (MSrv_Factory_Cmd::*firstRaster)(), MAPI_U8 firstStep,
+                              MAPI_U8& step, MAPI_U8& flag);
     // Entry of a test page that stays until its exit key.
     void OpenTestPage(const char* page);
     // The sensor value page's reading, as a number, or "NG" when the sensor is silent.

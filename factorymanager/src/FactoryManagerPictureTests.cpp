@@ -29,18 +29,25 @@ unsigned long Param(void* p) { return static_cast<unsigned long>(reinterpret_cas
 
 // ---- Aging (burn-in) ---------------------------------------------------------------------
 
-MAPI_BOOL FactoryManager::OnEvent_OnAgingMode1(void*, void*, void*) {
-    FACTORY_LOG(FACTORY_LOG_INFO, "OnEvent_OnAgingMode1");
+MAPI_BOOL FactoryManager::StartAgingCycle(const char* handler, unsigned long timer,
+                                          MAPI_BOOL (MSrv_Factory_Cmd::*firstRaster)(),
+                                          MAPI_U8 firstStep, MAPI_U8& step, MAPI_U8& flag) {
+    FACTORY_LOG(FACTORY_LOG_INFO, "%s", handler);
     ResetState();
     InfoZYTAppMgr(1);
     InfoWebAppMgrHideShowPage(1, 1);
-    KillTimer(kAging1Timer);
-    SetTimer(1000, kAging1Timer, E_TIMER_REPEAT);
-    m_pFactoryCmd->WhiteRaster();
-    m_u8AgingMode1Step = 0;
-    m_bAgingMode1 = 1;
-    m_pFactoryCmd->SetFactoryOSDStatus(m_bAgingMode1);
+    KillTimer(timer);
+    SetTimer(1000, timer, E_TIMER_REPEAT);
+    (m_pFactoryCmd->*firstRaster)();
+    step = firstStep;
+    flag = 1;
+    m_pFactoryCmd->SetFactoryOSDStatus(flag);
     return 1;
+}
+
+MAPI_BOOL FactoryManager::OnEvent_OnAgingMode1(void*, void*, void*) {
+    return StartAgingCycle("OnEvent_OnAgingMode1", kAging1Timer, &MSrv_Factory_Cmd::WhiteRaster, 0,
+                           m_u8AgingMode1Step, m_bAgingMode1);
 }
 
 MAPI_BOOL FactoryManager::OnTimer_OnAgingMode1(void*, void*, void*) {
@@ -56,17 +63,8 @@ MAPI_BOOL FactoryManager::OnTimer_OnAgingMode1(void*, void*, void*) {
 }
 
 MAPI_BOOL FactoryManager::OnEvent_OnAgingMode2(void*, void*, void*) {
-    FACTORY_LOG(FACTORY_LOG_INFO, "OnEvent_OnAgingMode2");
-    ResetState();
-    InfoZYTAppMgr(1);
-    InfoWebAppMgrHideShowPage(1, 1);
-    KillTimer(kAging2Timer);
-    SetTimer(1000, kAging2Timer, E_TIMER_REPEAT);
-    m_pFactoryCmd->RedRaster();
-    m_u8AgingMode2Step = 1;
-    m_bAgingMode2 = 1;
-    m_pFactoryCmd->SetFactoryOSDStatus(m_bAgingMode2);
-    return 1;
+    return StartAgingCycle("OnEvent_OnAgingMode2", kAging2Timer, &MSrv_Factory_Cmd::RedRaster, 1,
+                           m_u8AgingMode2Step, m_bAgingMode2);
 }
 
 MAPI_BOOL FactoryManager::OnTimer_OnAgingMode2(void*, void*, void*) {

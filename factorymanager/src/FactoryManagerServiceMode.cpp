@@ -59,6 +59,16 @@ struct DigitJump {
 };
 constexpr DigitJump kDigitJumps[] = {{'1', 0x800}, {'2', 0x801}, {'3', 0x802}, {'4', 0x835}};
 
+struct Range {
+    MAPI_U8 min;
+    MAPI_U8 max;
+};
+Range ServiceRange(MSrv_Factory_Cmd& cmd, MAPI_U16 addr) {
+    Range range{0, 0};
+    cmd.ServiceModeCheckRange(addr, &range.min, &range.max);
+    return range;
+}
+
 // A set without system information is built wrong: stop here, as the service staff's
 // logs expect.
 [[noreturn]] void AssertFail(const char* function, int line) {
@@ -125,41 +135,41 @@ void FactoryManager::FactoryDModeLoadInfo() {
     NotifyDModeValue(value);
 }
 
-void FactoryManager::FactoryDModeChangeDataByStep(unsigned char up) {
-    NotifyDModeAddr("0x%03X");
+template <class Change>
+void FactoryManager::DModeChangeValue(const char* addrFormat, bool viaServiceData, Change change) {
+    NotifyDModeAddr(addrFormat);
     const MAPI_U16 addr = m_pFactoryCmd->g_u16ServiceModeAddr;
     MAPI_U8 value = 0;
-    MAPI_U8 min = 0;
-    MAPI_U8 max = 0;
     m_pFactoryDefault->GetFactoryData(addr, &value);
-    m_pFactoryCmd->ServiceModeCheckRange(addr, &min, &max);
-    value = ServiceMode::StepValue(value, min, max, m_pFactoryCmd->g_u8ServiceStepCmd, up != 0);
-    // Written back even when unchanged: the service protocol reads it as the answer.
-    m_pFactoryDefault->SetFactoryData(addr, value);
+    value = change(addr, value);
+    if (viaServiceData) {
+        m_pFactoryCmd->ProcessServiceData(addr, value);
+    } else {
+        m_pFactoryDefault->SetFactoryData(addr, value);
+    }
     NotifyDModeValue(value);
+}
+
+void FactoryManager::FactoryDModeChangeDataByStep(unsigned char up) {
+    // Written back even when unchanged: the service protocol reads it as the answer.
+    DModeChangeValue("0x%03X", false, [this, up](MAPI_U16 addr, MAPI_U8 value) {
+        const Range range = ServiceRange(*m_pFactoryCmd, addr);
+        return ServiceMode::StepValue(value, range.min, range.max,
+                                      m_pFactoryCmd->g_u8ServiceStepCmd, up != 0);
+    });
 }
 
 void FactoryManager::FactoryDModeChangeInfo(unsigned char up) {
-    NotifyDModeAddr("0x%04X");
-    const MAPI_U16 addr = m_pFactoryCmd->g_u16ServiceModeAddr;
-    MAPI_U8 value = 0;
-    MAPI_U8 min = 0;
-    MAPI_U8 max = 0;
-    m_pFactoryDefault->GetFactoryData(addr, &value);
-    m_pFactoryCmd->ServiceModeCheckRange(addr, &min, &max);
-    value = ServiceMode::KeyValue(value, min, max, up != 0);
-    m_pFactoryCmd->ProcessServiceData(addr, value);
-    NotifyDModeValue(value);
+    DModeChangeValue("0x%04X", true, [this, up](MAPI_U16 addr, MAPI_U8 value) {
+        const Range range = ServiceRange(*m_pFactoryCmd, addr);
+        return ServiceMode::KeyValue(value, range.min, range.max, up != 0);
+    });
 }
 
 void FactoryManager::FactoryDModeChangeDataByBit(unsigned char bit) {
-    NotifyDModeAddr("0x%03X");
-    const MAPI_U16 addr = m_pFactoryCmd->g_u16ServiceModeAddr;
-    MAPI_U8 value = 0;
-    m_pFactoryDefault->GetFactoryData(addr, &value);
-    value = ServiceMode::ToggleBit(value, bit);
-    m_pFactoryCmd->ProcessServiceData(addr, value);
-    NotifyDModeValue(value);
+    // Whatever the item's range.
+    DModeChangeValue("0x%03X", true,
+                     [bit](MAPI_U16, MAPI_U8 value) { return ServiceMode::ToggleBit(value, bit); });
 }
 
 void FactoryManager::FactoryShowDModeUI(unsigned char show) {

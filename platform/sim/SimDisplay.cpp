@@ -187,8 +187,8 @@ bool DisplayState::DumpPpm(const std::string& tvPath) {
 }
 
 bool DisplayState::WritePng(const std::string& tvPath) {
-    const Frame frame = NativeFrame();
-    return !frame.Empty() && WriteHostFile(tvPath, EncodePng(frame));
+    const std::string png = EncodePng(NativeFrame());
+    return !png.empty() && WriteHostFile(tvPath, png);
 }
 
 bool DisplayState::WritePngIfChanged(const std::string& tvPath) {
@@ -200,7 +200,8 @@ bool DisplayState::WritePngIfChanged(const std::string& tvPath) {
     if (m_written && hash == m_lastWrittenHash) {
         return false;
     }
-    if (!WriteHostFile(tvPath, EncodePng(frame))) {
+    const std::string png = EncodePng(frame);
+    if (png.empty() || !WriteHostFile(tvPath, png)) {
         return false;
     }
     m_written = true;

@@ -60,7 +60,8 @@ private:
     bool m_written = false;
 };
 
-// Encodes an ARGB frame as a PNG (RGBA, stored deflate blocks: no compression).
+// Encodes an ARGB frame as an RGBA PNG (libpng); empty for an empty frame or when
+// libpng fails.
 std::string EncodePng(const Frame& frame);
 
 }  // namespace sim

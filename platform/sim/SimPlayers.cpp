@@ -1,7 +1,7 @@
 // The simulated set behind the input source, the players and their video timing.
 #include "SimPlayers.h"
 
-#include "SimTuner.h"
+#include "SimFrontEnd.h"
 
 #include "MSrv_Control.h"
 #include "MSrv_DTV_Player_DVBT.h"
@@ -19,7 +19,7 @@ MSrv_Player* SourcePlayer() {
     return &player;
 }
 
-// A satellite route is served by the satellite player (SimTuner.cpp).
+// A satellite route is served by the satellite player (SimFrontEnd.cpp).
 MSrv_DTV_Player_DVB* DvbPlayer() { return sim::CurrentDtvPlayer(); }
 
 }  // namespace

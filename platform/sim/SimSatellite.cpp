@@ -1,56 +1,30 @@
-// The simulated set behind the satellite player, the dish and the digital routes.
-#include "SimSatellite.h"
-
+// The satellite player's MS_ records of the satellites and transponders, its scan,
+// and the dish, over the front end's one state (SimFrontEnd.h).
 #include <cstring>
 
 #include "MSrv_Control.h"
 #include "MSrv_DTV_Player_DVBS.h"
 #include "MSrv_Factory_Cmd.h"
 #include "MW_DTV_ScanParam.h"
+#include "SimFrontEnd.h"
 #include "SystemInfo.h"
 #include "mapi_dish.h"
 
 using sim::ArgList;
-using sim::SatelliteState;
+using sim::FrontEndState;
 using sim::Set;
 
 namespace {
-SatelliteState& Sat() { return Set::Instance().Get<SatelliteState>(); }
+FrontEndState& Sat() { return Set::Instance().Get<FrontEndState>(); }
 void Record(const char* fn, const ArgList& args) { Set::Instance().RecordCall(fn, args); }
-
-sim::SimSatellite* FindSatellite(unsigned long index) {
-    SatelliteState& s = Sat();
-    return index < s.satellites.size() ? &s.satellites[index] : nullptr;
-}
-
-MS_TP_INFO* FindTransponder(unsigned long satellite, unsigned long transponder) {
-    sim::SimSatellite* sat = FindSatellite(satellite);
-    return sat != nullptr && transponder < sat->transponders.size()
-               ? &sat->transponders[transponder]
-               : nullptr;
-}
 }  // namespace
-
-namespace sim {
-
-SatelliteState::SatelliteState() {
-    satellites = {
-        {"Astra 19.2E", 0, 1, {{11494000, 22000, 1}, {11523000, 22000, 0}}},
-        {"Hotbird 13.0E", 0, 1, {{10992000, 27500, 0}}},
-        {"Thor 0.8W", 0, 1, {{10872000, 25000, 0}}},
-    };
-}
-
-}  // namespace sim
 
 MAPI_BOOL SystemInfo::IsDVBSEnable() {
     Record("SystemInfo::IsDVBSEnable", ArgList());
     return Sat().dvbsEnabled ? 1 : 0;
 }
 
-// ---- Routes ----------------------------------------------------------------------------
-
-// ---- Digital player: scan and multiplex -------------------------------------------------
+// ---- Digital player: scan -------------------------------------------------------------
 
 MAPI_BOOL MSrv_DTV_Player::ManualScanFreq(unsigned long frequencyKHz) {
     Record("MSrv_DTV_Player::ManualScanFreq", ArgList(frequencyKHz));
@@ -71,18 +45,7 @@ MAPI_BOOL MSrv_DTV_Player::StopScan() {
     return 1;
 }
 
-MAPI_BOOL MSrv_DTV_Player_DVB::GetCurrentMuxInfo(_DVB_MUXINFO& mux) {
-    Record("MSrv_DTV_Player_DVB::GetCurrentMuxInfo", ArgList());
-    const SatelliteState& s = Sat();
-    if (!s.muxKnown) {
-        return 0;
-    }
-    mux = _DVB_MUXINFO{};
-    mux.u8Polarity = s.muxPolarity;
-    return 1;
-}
-
-// ---- Satellite player --------------------------------------------------------------------
+// ---- Satellite player: the MS_ records ------------------------------------------------
 
 MAPI_U32 MSrv_DTV_Player_DVBS::GetCurrentSateliteCount() {
     Record("MSrv_DTV_Player_DVBS::GetCurrentSateliteCount", ArgList());
@@ -96,7 +59,7 @@ MAPI_U8 MSrv_DTV_Player_DVBS::GetCurrentSateliteNo() {
 
 bool MSrv_DTV_Player_DVBS::GetSatelliteInfo(unsigned long satellite, MS_SAT_INFO& info) {
     Record("MSrv_DTV_Player_DVBS::GetSatelliteInfo", ArgList(satellite));
-    const sim::SimSatellite* sat = FindSatellite(satellite);
+    const sim::SimSatellite* sat = Sat().Satellite(satellite);
     if (sat == nullptr || Sat().unreadableSatellite == static_cast<int>(satellite)) {
         return false;
     }
@@ -110,7 +73,7 @@ bool MSrv_DTV_Player_DVBS::GetSatelliteInfo(unsigned long satellite, MS_SAT_INFO
 bool MSrv_DTV_Player_DVBS::UpdateSatelliteInfo(unsigned long satellite, MS_SAT_INFO& info) {
     Record("MSrv_DTV_Player_DVBS::UpdateSatelliteInfo",
            ArgList(satellite, info.u8LNBPwrMode, info.u8LNBPwrOnOff));
-    sim::SimSatellite* sat = FindSatellite(satellite);
+    sim::SimSatellite* sat = Sat().Satellite(satellite);
     if (sat == nullptr) {
         return false;
     }
@@ -134,7 +97,7 @@ MAPI_BOOL MSrv_DTV_Player_DVBS::DiSEqCSwitchPort(unsigned char port, unsigned ch
 bool MSrv_DTV_Player_DVBS::GetTransponderInfo(unsigned long satellite, unsigned long transponder,
                                               MS_TP_INFO& tp) {
     Record("MSrv_DTV_Player_DVBS::GetTransponderInfo", ArgList(satellite, transponder));
-    const MS_TP_INFO* found = FindTransponder(satellite, transponder);
+    const MS_TP_INFO* found = Sat().Transponder(satellite, transponder);
     if (found == nullptr) {
         return false;
     }
@@ -146,7 +109,7 @@ bool MSrv_DTV_Player_DVBS::UpdateTransponderInfo(unsigned long satellite, unsign
                                                  MS_TP_INFO& tp) {
     Record("MSrv_DTV_Player_DVBS::UpdateTransponderInfo",
            ArgList(satellite, transponder, tp.u32Frequency, tp.u16SymbolRate, tp.u8Polarity));
-    MS_TP_INFO* found = FindTransponder(satellite, transponder);
+    MS_TP_INFO* found = Sat().Transponder(satellite, transponder);
     if (found == nullptr) {
         return false;
     }
@@ -175,7 +138,7 @@ MAPI_BOOL MSrv_DTV_Player_DVBS::SetScanParam(MW_DTV_ScanParam* param) {
     Record("MSrv_DTV_Player_DVBS::SetScanParam",
            ArgList(dvbs->u16SymbolRate, dvbs->u8Network, dvbs->u8ScanType, dvbs->u8Blind,
                    dvbs->u8Polarity));
-    SatelliteState& s = Sat();
+    FrontEndState& s = Sat();
     s.scanSymbolRate = dvbs->u16SymbolRate;
     s.scanNetwork = dvbs->u8Network;
     s.scanType = dvbs->u8ScanType;
@@ -205,7 +168,7 @@ MAPI_BOOL mapi_dish::DTV_DVB_S_Get22KStatus(unsigned char* on) {
 
 MAPI_BOOL mapi_dish::DTV_DVB_S_Set22KOnOff(unsigned char on) {
     Record("mapi_dish::DTV_DVB_S_Set22KOnOff", ArgList(on));
-    SatelliteState& s = Sat();
+    FrontEndState& s = Sat();
     if (s.dish22kFails) {
         return 0;
     }

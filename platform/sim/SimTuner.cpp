@@ -1,132 +1,146 @@
-// The simulated digital tuner: routes, the demodulator's readings, the cable
-// multiplex, RF information and the satellite front end. Each reading reads the
-// TunerState as it is now, so a page that refreshes shows what a test set last.
-#include "SimTuner.h"
-#include "MSrv_DTV_Player_DVBT.h"
-#include "SimSatellite.h"
-#include "SimTvRoutes.h"
-
+// The simulated digital tuner: the DVB player's multiplex and RF records, the
+// satellite player's demodulator record and its ST_ forms of the satellite and the
+// transponder, the tuner driver and the demodulator. Each reading reads the front
+// end as it is now, so a page that refreshes shows what a test set last.
 #include "MSrv_Control.h"
-#include "MSrv_Control_common.h"
 #include "MSrv_DTV_Player_DVBS.h"
+#include "SimFrontEnd.h"
 #include "mapi_demodulator.h"
 #include "mapi_tuner.h"
 
 using sim::ArgList;
+using sim::FrontEndState;
 using sim::Set;
 
 namespace {
-sim::TunerState& T() { return Set::Instance().Get<sim::TunerState>(); }
+FrontEndState& T() { return Set::Instance().Get<FrontEndState>(); }
 void Record(const char* fn, const ArgList& args) { Set::Instance().RecordCall(fn, args); }
 
-bool SatelliteRoute() {
-    const auto& routes = sim::Set::Instance().Get<sim::TvRouteState>();
-    const MAPI_U8 system =
-        routes.route < routes.routeTypes.size() ? routes.routeTypes[routes.route] : 0;
-    return system == 0x40 || system == 4;
+// The multiplex being received: the current transponder on a satellite route.
+struct Mux {
+    MAPI_U32 frequencyKHz;
+    MAPI_U32 symbolRate;
+    MAPI_U8 polarity;  // bit 0: horizontal
+};
+
+bool CurrentMux(Mux& mux) {
+    const FrontEndState& f = T();
+    if (!f.muxReadable) {
+        return false;
+    }
+    if (!f.OnSatelliteRoute()) {
+        mux = Mux{f.muxFrequency, f.symbolRateC, 0};
+        return true;
+    }
+    const MS_TP_INFO* tp = f.CurrentTransponder();
+    if (tp == nullptr) {
+        return false;
+    }
+    mux = Mux{tp->u32Frequency, tp->u16SymbolRate, tp->u8Polarity};
+    return true;
+}
+
+MAPI_BOOL RfInfo(ST_DTV_RF_INFO* info) {
+    if (info == nullptr) {
+        return 0;
+    }
+    // The RF record is read whether or not a mux record can be.
+    const FrontEndState& f = T();
+    const MS_TP_INFO* tp = f.OnSatelliteRoute() ? f.CurrentTransponder() : nullptr;
+    info->u32Frequency = tp != nullptr ? tp->u32Frequency : f.muxFrequency;
+    info->u8Bandwidth = T().bandwidth;
+    return 1;
 }
 }  // namespace
-
-MSrv_DTV_Player_DVB* sim::CurrentDtvPlayer() {
-    static MSrv_DTV_Player_DVBT terrestrial;
-    static MSrv_DTV_Player_DVBS satellite;
-    if (SatelliteRoute() && T().satellitePlayer) {
-        return &satellite;
-    }
-    return &terrestrial;
-}
-
-// ---- Routes --------------------------------------------------------------------------
-
-MAPI_U32 MSrv_Control::GetCurrentDtvRoute() {
-    Record("MSrv_Control::GetCurrentDtvRoute", ArgList());
-    return sim::Set::Instance().Get<sim::TvRouteState>().route;
-}
 
 // ---- DVB player ----------------------------------------------------------------------
 
 mapi_demodulator* MSrv_DTV_Player_DVB::GetCurrentDemodulator() {
     static mapi_demodulator demodulator;
+    ++T().demodulatorFetches;
     return T().demodulatorPresent ? &demodulator : nullptr;
 }
 
 MAPI_BOOL MSrv_DTV_Player_DVB::GetCurrentMuxInfo(ST_DTV_MUX_INFO* info) {
     Record("MSrv_DTV_Player_DVB::GetCurrentMuxInfo", ArgList());
-    if (info == nullptr || !T().muxReadable) {
+    Mux mux{};
+    if (info == nullptr || !CurrentMux(mux)) {
         return 0;
     }
-    info->u32Frequency = T().muxFrequency;
-    info->u32SymbolRate = T().symbolRateC;
+    info->u32Frequency = mux.frequencyKHz;
+    info->u32SymbolRate = mux.symbolRate;
+    return 1;
+}
+
+MAPI_BOOL MSrv_DTV_Player_DVB::GetCurrentMuxInfo(_DVB_MUXINFO& info) {
+    Record("MSrv_DTV_Player_DVB::GetCurrentMuxInfo", ArgList());
+    Mux mux{};
+    if (!CurrentMux(mux)) {
+        return 0;
+    }
+    info = _DVB_MUXINFO{};
+    info.u32FrequencyKHz = mux.frequencyKHz;
+    info.u16SymbolRate = static_cast<MAPI_U16>(mux.symbolRate);
+    info.u8Polarity = mux.polarity;
     return 1;
 }
 
 MAPI_BOOL MSrv_DTV_Player_DVB::GetCurrentRFInfo(ST_DTV_RF_INFO* info) {
     Record("MSrv_DTV_Player_DVB::GetCurrentRFInfo", ArgList());
-    if (info == nullptr) {
-        return 0;
-    }
-    info->u32Frequency = T().rfFrequency;
-    info->u8Bandwidth = T().bandwidth;
-    return 1;
+    return RfInfo(info);
 }
 
 MAPI_BOOL MSrv_DTV_Player_DVB::GetCurrentProgramRFInfo(ST_DTV_RF_INFO* info) {
     Record("MSrv_DTV_Player_DVB::GetCurrentProgramRFInfo", ArgList());
-    if (info == nullptr) {
-        return 0;
-    }
-    info->u32Frequency = T().rfFrequency;
-    info->u8Bandwidth = T().bandwidth;
-    return 1;
+    return RfInfo(info);
 }
 
 MAPI_U32 MSrv_DTV_Player_DVB::GetErrorStatus() {
     return T().lnbShortProtect ? E_DVB_ERROR_LNB_SHORT_PROTECT : 0;
 }
 
-// ---- Satellite player ----------------------------------------------------------------
+// ---- Satellite player: the ST_ records -----------------------------------------------
 
 MAPI_BOOL MSrv_DTV_Player_DVBS::GetCurrProgramDemodInfo(ST_DVBS_DEMOD_INFO* info) {
     Record("MSrv_DTV_Player_DVBS::GetCurrProgramDemodInfo", ArgList());
     if (info == nullptr) {
         return 0;
     }
-    const sim::TunerState& t = T();
-    *info = ST_DVBS_DEMOD_INFO{t.satIntermediateMHz,
+    const FrontEndState& t = T();
+    const MS_TP_INFO* tp = t.CurrentTransponder();
+    *info = ST_DVBS_DEMOD_INFO{t.IntermediateMHz(),
                                t.satSnr,
                                static_cast<float>(t.satBer),
                                t.satSignalLevel,
                                static_cast<MAPI_S32>(t.satCodeRate),
                                t.satModulation,
                                static_cast<MAPI_S32>(t.satConstellation),
-                               static_cast<MAPI_S32>(t.satSymbolRate),
+                               tp != nullptr ? static_cast<MAPI_S32>(tp->u16SymbolRate) : 0,
                                static_cast<MAPI_S32>(t.satPacketErrors)};
     return 1;
 }
 
 MAPI_BOOL MSrv_DTV_Player_DVBS::GetSatelliteInfoByID(MAPI_U8 satellite, ST_SATELLITE_INFO* info) {
-    if (info == nullptr ||
-        satellite != sim::Set::Instance().Get<sim::SatelliteState>().currentSatellite) {
+    const sim::SimSatellite* sat = T().Satellite(satellite);
+    if (info == nullptr || sat == nullptr || T().unreadableSatellite == satellite) {
         return 0;
     }
-    *info = ST_SATELLITE_INFO{T().lnbNumber, 9750, 10600};
+    *info = ST_SATELLITE_INFO{sat->lnbNumber, sat->loLOF, sat->hiLOF};
     return 1;
 }
 
-MAPI_U16 MSrv_DTV_Player_DVBS::GetCurrentTransponderNo() {
-    return sim::Set::Instance().Get<sim::SatelliteState>().currentTransponder;
-}
+MAPI_U16 MSrv_DTV_Player_DVBS::GetCurrentTransponderNo() { return T().currentTransponder; }
 
 MAPI_BOOL MSrv_DTV_Player_DVBS::GetTransponderInfo(MAPI_U8 satellite, MAPI_U16 transponder,
                                                    ST_TRANSPONDER_INFO* info) {
-    if (info == nullptr ||
-        satellite != sim::Set::Instance().Get<sim::SatelliteState>().currentSatellite ||
-        transponder != sim::Set::Instance().Get<sim::SatelliteState>().currentTransponder) {
+    const MS_TP_INFO* tp = T().Transponder(satellite, transponder);
+    if (info == nullptr || tp == nullptr) {
         return 0;
     }
-    const sim::TunerState& t = T();
-    *info = ST_TRANSPONDER_INFO{static_cast<MAPI_U32>(t.satIntermediateMHz + 9750), t.satSymbolRate,
-                                t.polarity};
+    // This form counts in MHz and names the polarisation; the other keeps bit 0 for H.
+    *info = ST_TRANSPONDER_INFO{
+        tp->u32Frequency / 1000, tp->u16SymbolRate,
+        static_cast<MAPI_U8>((tp->u8Polarity & 1) ? E_DVBS_POLARITY_H : E_DVBS_POLARITY_V)};
     return 1;
 }
 
@@ -146,7 +160,7 @@ MAPI_BOOL mapi_demodulator::GetDemodInfo() {
 
 MAPI_BOOL mapi_demodulator::ExtendCmd(MAPI_U8 command, MAPI_U32 p1, MAPI_U32 p2, void* data) {
     Record("mapi_demodulator::ExtendCmd", ArgList(command, p1, p2));
-    const sim::TunerState& t = T();
+    const FrontEndState& t = T();
     if (data == nullptr) {
         return 0;
     }
@@ -199,7 +213,10 @@ MAPI_BOOL mapi_demodulator::GetDemodInfoForDVBS() {
     return 1;
 }
 MAPI_S16 mapi_demodulator::GetDVBS_Demod_FreqOffset() { return T().satFreqOffset; }
-MAPI_U32 mapi_demodulator::GetDVBS_Demod_SymbolRate() { return T().satSymbolRate; }
+MAPI_U32 mapi_demodulator::GetDVBS_Demod_SymbolRate() {
+    const MS_TP_INFO* tp = T().CurrentTransponder();
+    return tp != nullptr ? tp->u16SymbolRate : 0;
+}
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_RollOff() { return T().satRollOff; }
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_Lock() { return T().satLocked ? 1 : 0; }
 float mapi_demodulator::GetDVBS_Demod_SNR() { return T().satSnr; }
@@ -209,6 +226,6 @@ MAPI_U32 mapi_demodulator::GetDVBS_Demod_SignalStrength() { return T().satStreng
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_TSpacketError() { return T().satPacketErrors; }
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_Constellation() { return T().satConstellation; }
 MAPI_U32 mapi_demodulator::GetDVBS_Demod_CodeRate() { return T().satCodeRate; }
-long mapi_demodulator::GetDVBS_Demod_Frequency() { return T().satIntermediateMHz; }
-MAPI_U32 mapi_demodulator::GetDVBS_Demod_22kOn() { return T().sat22kOn; }
+long mapi_demodulator::GetDVBS_Demod_Frequency() { return T().IntermediateMHz(); }
+MAPI_U32 mapi_demodulator::GetDVBS_Demod_22kOn() { return T().tone22k ? 1 : 0; }
 double mapi_demodulator::DTV_DVBS_GetPostBER() { return T().satBer; }

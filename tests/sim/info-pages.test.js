@@ -21,8 +21,8 @@ test("the line-station example pages from the self-check page to a refreshing tu
 
 test("a satellite route shows the satellite layout with the front end that was set", async () => {
   const r = await run([
-    "set dtv-route-system 0x40", "set sat-modulation 1", "set lnb-polarity 1", "set lnb-switch 1",
-    "set sat-if-frequency 1100", "set sat-roll-off 2",
+    "set dtv-route-system 0x40", "set sat-modulation 1", "set transponder 10850000/27500/V",
+    "set lnb-switch 1", "set sat-roll-off 2",
     "event FactoryVersion", "key up", "expect Tuner-LNB-Polarity-DVBS V(13V)",
     "get dtv-route-system", "",
   ].join("\n"));

@@ -5,18 +5,17 @@
 #include "AreaFields.h"
 #include "FieldMakers.h"
 #include "SimAtvTuner.h"
+#include "SimFrontEnd.h"
 #include "SimMMode.h"
 #include "SimProgramInfo.h"
-#include "SimSatellite.h"
-#include "SimTvRoutes.h"
 
 namespace factorysim {
 
 namespace {
 
 using sim::AtvTunerState;
+using sim::FrontEndState;
 using sim::ProgramInfoState;
-using sim::SatelliteState;
 
 using Getter = std::function<std::string()>;
 using Setter = std::function<std::string(const std::string&)>;
@@ -122,7 +121,7 @@ Field Routes() {
         "type byte of each of the four digital routes (4, 64: satellite; 2: "
         "an unnamed service is a \"New Program\")",
         [] {
-            const auto& r = AreaOf<sim::TvRouteState>().routeTypes;
+            const auto& r = AreaOf<FrontEndState>().routeTypes;
             return std::to_string(r[0]) + "," + std::to_string(r[1]) + "," + std::to_string(r[2]) +
                    "," + std::to_string(r[3]);
         },
@@ -138,7 +137,7 @@ Field Routes() {
                     return error;
                 }
             }
-            std::copy(types, types + 4, AreaOf<sim::TvRouteState>().routeTypes.begin());
+            std::copy(types, types + 4, AreaOf<FrontEndState>().routeTypes.begin());
             return std::string();
         });
 }
@@ -150,7 +149,7 @@ Field Satellites() {
         "horizontal transponder each)",
         [] {
             std::string out;
-            for (const auto& s : AreaOf<SatelliteState>().satellites) {
+            for (const auto& s : AreaOf<FrontEndState>().satellites) {
                 out += (out.empty() ? "" : ",") + s.name;
             }
             return out;
@@ -163,7 +162,7 @@ Field Satellites() {
                 }
                 sats.push_back({name, 0, 1, {{11494000, 22000, 1}}});
             }
-            AreaOf<SatelliteState>().satellites = sats;
+            AreaOf<FrontEndState>().satellites = sats;
             return std::string();
         });
 }
@@ -175,16 +174,18 @@ std::string TransponderText(const MS_TP_INFO& tp) {
 
 Field FirstTransponder() {
     return Custom(
-        "transponder", "first transponder of the first satellite: <kHz>/<symbol rate>/<H or V>",
+        "transponder",
+        "first transponder of the first satellite, the one the polarisation test tunes and "
+        "the tuner page shows while it is the current one: <kHz>/<symbol rate>/<H or V>",
         [] {
-            const auto& sats = AreaOf<SatelliteState>().satellites;
+            const auto& sats = AreaOf<FrontEndState>().satellites;
             return sats.empty() || sats[0].transponders.empty()
                        ? std::string("none")
                        : TransponderText(sats[0].transponders[0]);
         },
         [](const std::string& value) {
             const auto parts = SplitList(value, '/');
-            auto& sats = AreaOf<SatelliteState>().satellites;
+            auto& sats = AreaOf<FrontEndState>().satellites;
             if (value == "none") {
                 if (!sats.empty()) {
                     sats[0].transponders.clear();
@@ -213,7 +214,7 @@ Field SatelliteLnb() {
         "satellite-lnb", "each satellite's two LNB bytes as stored by the LNB test (mode/on)",
         [] {
             std::string out;
-            for (const auto& s : AreaOf<SatelliteState>().satellites) {
+            for (const auto& s : AreaOf<FrontEndState>().satellites) {
                 out += (out.empty() ? "" : ",") + std::to_string(s.lnbPwrMode) + "/" +
                        std::to_string(s.lnbPwrOnOff);
             }
@@ -226,7 +227,7 @@ Field ScanParams() {
     return Custom(
         "scan-param", "satellite scan parameters last set: symbol rate/network/type/blind/H=1",
         [] {
-            const auto& s = AreaOf<SatelliteState>();
+            const auto& s = AreaOf<FrontEndState>();
             return std::to_string(s.scanSymbolRate) + "/" + std::to_string(s.scanNetwork) + "/" +
                    std::to_string(s.scanType) + "/" + std::to_string(s.scanBlind) + "/" +
                    std::to_string(s.scanPolarity);
@@ -328,26 +329,24 @@ std::vector<Field> ChannelToolFields() {
         // Satellite front end.
         UserByte("lnb-switch", "the user setting's satellite switch: LNB supply on / DiSEqC B",
                  &ST_USER_SYSTEM_SETTING::u8LNBPower),
-        Flag("dvbs", "the set has a satellite tuner", &SatelliteState::dvbsEnabled),
+        Flag("dvbs", "the set has a satellite tuner", &FrontEndState::dvbsEnabled),
         Satellites(),
         FirstTransponder(),
         SatelliteLnb(),
         Number("satellite-unreadable", "a satellite whose record cannot be read (255: none)",
-               &SatelliteState::unreadableSatellite, 255),
-        Number("current-satellite", "the satellite in use", &SatelliteState::currentSatellite, 255),
+               &FrontEndState::unreadableSatellite, 255),
+        Number("current-satellite", "the satellite in use", &FrontEndState::currentSatellite, 255),
+        Number("current-transponder", "the transponder in use, of the current satellite",
+               &FrontEndState::currentTransponder, 0xFFFF),
         Number("lnb-power", "the LNB supply: 0 off, 1 13/18 V, 2 13 V, 3 18 V",
-               &SatelliteState::lnbPower, 3),
-        Flag("tone-22k", "the 22 kHz tone is on", &SatelliteState::tone22k),
+               &FrontEndState::lnbPower, 3),
+        Flag("tone-22k", "the 22 kHz tone is on", &FrontEndState::tone22k),
         Flag("dish-22k-fails", "the dish refuses to switch the 22 kHz tone",
-             &SatelliteState::dish22kFails),
-        Number("diseqc-port", "the DiSEqC switch's port", &SatelliteState::diseqcPort, 255),
-        Flag("mux-known", "the satellite player knows the multiplex it receives",
-             &SatelliteState::muxKnown),
-        Number("mux-polarity", "the multiplex's polarisation byte (bit 0: H)",
-               &SatelliteState::muxPolarity, 255),
+             &FrontEndState::dish22kFails),
+        Number("diseqc-port", "the DiSEqC switch's port", &FrontEndState::diseqcPort, 255),
         ScanParams(),
-        Flag("scanning", "a satellite scan runs", &SatelliteState::scanning),
-        Number("scan-frequency", "the scan's frequency, kHz", &SatelliteState::scanFrequency,
+        Flag("scanning", "a satellite scan runs", &FrontEndState::scanning),
+        Number("scan-frequency", "the scan's frequency, kHz", &FrontEndState::scanFrequency,
                0xFFFFFFFF),
         Routes(),
         // Program banner.

@@ -1,6 +1,7 @@
 // The set's fields of the information and tuner pages: picture settings, colour
 // temperatures, network type and Wi-Fi dongle, DTV route, demodulator, satellite
-// front end.
+// demodulator. The satellites, transponders and dish are in FieldsChannelTools.cpp;
+// both are fields of the one front end (SimFrontEnd.h).
 #include <cmath>
 #include <cstdlib>
 #include <sstream>
@@ -8,12 +9,11 @@
 #include "AreaFields.h"
 #include "FieldMakers.h"
 #include "SimFactoryStore.h"
+#include "SimFrontEnd.h"
 #include "SimInfoPages.h"
 #include "SimKeyData.h"
 #include "SimMMode.h"
 #include "SimPlayers.h"
-#include "SimTuner.h"
-#include "SimTvRoutes.h"
 
 namespace factorysim {
 
@@ -86,7 +86,7 @@ Field RouteSystem() {
     return {"dtv-route-system", nullptr,
             "system byte of the current DTV route: 0x40/4 satellite, 1/0x20 terrestrial, 2 cable",
             [](const std::string&, std::string& value) {
-                const auto& t = AreaOf<sim::TvRouteState>();
+                const auto& t = AreaOf<sim::FrontEndState>();
                 value = std::to_string(t.routeTypes[t.route & 3]);
                 return std::string();
             },
@@ -94,7 +94,7 @@ Field RouteSystem() {
                 unsigned char byte = 0;
                 std::string error = ParseByte(value, byte);
                 if (error.empty()) {
-                    auto& t = AreaOf<sim::TvRouteState>();
+                    auto& t = AreaOf<sim::FrontEndState>();
                     t.routeTypes[t.route & 3] = byte;
                 }
                 return error;
@@ -183,6 +183,32 @@ Field HdmiEdid() {
             }};
 }
 
+Field LnbNumber() {
+    return {"lnb-number", nullptr, "LNB number of the current satellite",
+            [](const std::string&, std::string& value) {
+                const sim::SimSatellite* sat = AreaOf<sim::FrontEndState>().Satellite(
+                    AreaOf<sim::FrontEndState>().currentSatellite);
+                if (sat == nullptr) {
+                    return std::string("no current satellite");
+                }
+                value = std::to_string(sat->lnbNumber);
+                return std::string();
+            },
+            [](const std::string&, const std::string& value) {
+                unsigned char byte = 0;
+                std::string error = ParseByte(value, byte);
+                sim::FrontEndState& f = AreaOf<sim::FrontEndState>();
+                sim::SimSatellite* sat = f.Satellite(f.currentSatellite);
+                if (error.empty() && sat == nullptr) {
+                    error = "no current satellite";
+                }
+                if (error.empty()) {
+                    sat->lnbNumber = byte;
+                }
+                return error;
+            }};
+}
+
 // The LNB fields live in the user system setting of the system database.
 Field UserSettingByte(const char* name, const char* help, MAPI_U8 ST_USER_SYSTEM_SETTING::*member,
                       unsigned max) {
@@ -205,7 +231,7 @@ Field UserSettingByte(const char* name, const char* help, MAPI_U8 ST_USER_SYSTEM
 
 std::vector<Field> InfoPageFields() {
     using P = sim::PictureState;
-    using T = sim::TunerState;
+    using T = sim::FrontEndState;
     using W = sim::WifiDongleState;
     return {
         // Picture manager.
@@ -244,7 +270,7 @@ std::vector<Field> InfoPageFields() {
         // DTV route and demodulator.
         Number("dtv-route",
                "the live DTV route (0-3; the demo set: 0 DVB-T2, 1 cable, 2 satellite)",
-               &sim::TvRouteState::route, 3),
+               &sim::FrontEndState::route, 3),
         RouteSystem(),
         Flag("demodulator", "the DVB player has a demodulator", &T::demodulatorPresent),
         Number("demod-type", "1 DVB-T, 11 DVB-T2, 2 DVB-C", &T::demodType, 255),
@@ -286,16 +312,16 @@ std::vector<Field> InfoPageFields() {
                0xFFFFFFFFULL),
         Number("t2-papr", "0 none, 1 ACE, 2 TR, 3 ACE and TR", &T::t2Papr, 255),
         Number("t2-guard-interval", "0 1/32 ... 4 1/128, 5 19/128, 6 19/256", &T::t2Guard, 255),
-        Number("mux-frequency", "cable multiplex frequency, kHz", &T::muxFrequency, 0xFFFFFFFFULL),
-        Flag("mux-readable", "the cable multiplex can be read", &T::muxReadable),
-        Number("rf-frequency", "RF frequency of the channel, kHz", &T::rfFrequency, 0xFFFFFFFFULL),
+        Number("mux-frequency",
+               "the terrestrial or cable multiplex's frequency, kHz (a satellite route receives "
+               "the current transponder)",
+               &T::muxFrequency, 0xFFFFFFFFULL),
+        Flag("mux-readable", "the received multiplex can be read, in either record form",
+             &T::muxReadable),
         // Satellite front end.
         Flag("sat-player", "a satellite route has the satellite player", &T::satellitePlayer),
-        Signed("sat-if-frequency", "tuned intermediate frequency, MHz", &T::satIntermediateMHz, 0,
-               3000),
         Number("sat-modulation", "1 DVB-S, 0 DVB-S2", &T::satModulation, 255),
         Signed("sat-freq-offset", "frequency offset", &T::satFreqOffset, -32768, 32767),
-        Number("sat-symbol-rate", "symbol rate, kS/s", &T::satSymbolRate, 0xFFFFFFFFULL),
         Number("sat-roll-off", "0 0.35, 1 0.25, 2 0.20", &T::satRollOff, 255),
         Flag("sat-lock", "the satellite demodulator is locked", &T::satLocked),
         Real("sat-snr", "C/N, dB", &T::satSnr),
@@ -307,12 +333,10 @@ std::vector<Field> InfoPageFields() {
         Number("sat-constellation", "0 or 2 QPSK, 1 8PSK", &T::satConstellation, 255),
         Number("sat-code-rate", "0 1/2, 1 1/3, 2 2/3, 3 1/4, 4 3/4 ... 11 9/10", &T::satCodeRate,
                255),
-        Number("sat-22k", "1 22 kHz tone on (low band)", &T::sat22kOn, 1),
 
         UserSettingByte("lnb-system", "0 none, 1 tone burst, 2/3 DiSEqC 2/4-way, 4 single cable",
                         &ST_USER_SYSTEM_SETTING::u8LNBSystem, 255),
-        Number("lnb-number", "LNB number of the current satellite", &T::lnbNumber, 255),
-        Number("lnb-polarity", "transponder polarity: 0 horizontal, 1 vertical", &T::polarity, 1),
+        LnbNumber(),
         Flag("lnb-short-protect", "LNB short-circuit protection active", &T::lnbShortProtect),
     };
 }

@@ -3,8 +3,8 @@
 
 #include "AreaFields.h"
 #include "FieldMakers.h"
+#include "SimFrontEnd.h"
 #include "SimProductionTests2.h"
-#include "SimTvRoutes.h"
 
 namespace factorysim {
 
@@ -138,7 +138,7 @@ std::vector<Field> ProductionTest2Fields() {
         ScanResult(),
         DtvPrograms(),
         Number("tv-route-on-dtv", "the route the player comes up on when DTV is selected",
-               &sim::TvRouteState::routeOnDtv, 255),
+               &sim::FrontEndState::routeOnDtv, 255),
     };
 }
 
