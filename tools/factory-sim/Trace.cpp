@@ -16,8 +16,25 @@ void Trace::Write(uint64_t tMs, const std::string& kind, const std::string& rest
     if (!m_out.is_open()) {
         return;
     }
-    // Flushed per line: a line station tails the file while the set runs.
-    m_out << "{\"t\":" << tMs << ",\"kind\":" << JsonQuote(kind) << rest << "}\n" << std::flush;
+    m_out << "{\"t\":" << tMs << ",\"kind\":" << JsonQuote(kind) << rest << "}\n";
+    const auto now = std::chrono::steady_clock::now();
+    if (m_everyLine || now - m_flushed >= std::chrono::milliseconds(100)) {
+        m_out.flush();
+        m_flushed = now;
+    }
+}
+
+void Trace::FlushEveryLine(bool on) {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_everyLine = on;
+}
+
+void Trace::Flush() {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_out.is_open()) {
+        m_out.flush();
+        m_flushed = std::chrono::steady_clock::now();
+    }
 }
 
 void Trace::Notify(uint64_t tMs, int channel, const std::string& cmd, const std::string& data,

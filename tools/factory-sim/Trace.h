@@ -2,6 +2,7 @@
 // clock. Its fields are a contract with line-station tools (README, "Trace").
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <fstream>
 #include <mutex>
@@ -21,12 +22,19 @@ public:
     void Listener(uint64_t tMs, unsigned long code);
     void Log(uint64_t tMs, unsigned long long mask, const std::string& text);
     void Console(uint64_t tMs, const std::string& text);
+    // Per line (a station tails the file in real time), or in blocks with a flush at
+    // least every tenth of a second and at each Flush (virtual time: a long run would
+    // spend its time in write calls).
+    void FlushEveryLine(bool on);
+    void Flush();
 
 private:
     void Write(uint64_t tMs, const std::string& kind, const std::string& rest);
 
     std::mutex m_mutex;
     std::ofstream m_out;
+    bool m_everyLine = true;
+    std::chrono::steady_clock::time_point m_flushed{};
 };
 
 }  // namespace factorysim
