@@ -537,6 +537,13 @@ int main(int argc, char** argv) {
                     if (first == "quit") {
                         return {false, "quit is for the console", false};
                     }
+                    if (first == "screen" && value.empty()) {
+                        // A page that joins late draws what the set shows: the
+                        // notifications since the last "HideAllUIExcept", once
+                        // everything sent so far has reached the set's own page.
+                        Commands::OnEventThread([] {});
+                        return {true, Notes::ScreenJson(), false};
+                    }
                     const auto ms = ParseNumber(value);
                     if (first == "wait" && ms && *ms > kControlWaitLimitMs) {
                         return {false,
