@@ -50,27 +50,53 @@ test("a real-time run prints every tick on its own line", async () => {
 // The host listener is called inside the library's work: what the library sent or
 // printed before the call is traced before its code.
 test("a listener code is traced after the notifications and console lines made before it", async () => {
+  const getHostUi = { kind: "console", text: "~~ Get ZYT UI [FactoryManager::InfoZYTAppMgrForVersion]" };
   const cases = [
     ["event StarIRBlasterTest\n", 73732,
-     { kind: "console", text: "~~ 2 [FactoryManager::OnEvent_StarIRBlasterTest] g_pFactoryListener is NOT NULL " }],
-    ["event 24 0 61\n", 73730, { kind: "notify", channel: 0, cmd: "OverCurrent-USB-Show", data: 0 }],
+     [{ kind: "console", text: "~~ 2 [FactoryManager::OnEvent_StarIRBlasterTest] g_pFactoryListener is NOT NULL " }]],
+    ["event 24 0 61\n", 73730,
+     [{ kind: "notify", channel: 0, cmd: "OverCurrent-USB-Show", data: 0 }, getHostUi]],
   ];
   for (const [script, code, before] of cases) {
     const r = await traced(script);
     assert.strictEqual(r.status, 0, r.stderr);
     const at = r.trace.findIndex((e) => e.kind === "listener" && e.code === code);
     assert.ok(at > 0, script);
-    const { t, ...previous } = r.trace.slice(0, at).filter((e) => e.kind !== "log").pop();
+    const previous = r.trace.slice(0, at).filter((e) => e.kind === "notify" || e.kind === "console")
+      .slice(-before.length).map(({ t, ...e }) => e);
     assert.deepStrictEqual(previous, before, script);
   }
   const atv = await traced(fs.readFileSync(path.join(EXAMPLES, "atv-search.fsim"), "utf8"));
   assert.strictEqual(atv.status, 0, atv.stderr);
+  // On exit the page is closed, then the host's UI is asked back: printed, then called.
   const exit = atv.trace.findIndex((e) => e.kind === "listener" && e.code === 73730);
-  assert.deepStrictEqual(atv.trace[exit - 1],
-                         { t: 3500, kind: "notify", channel: 0, cmd: "ATV-Tunning-Up-Search-Show", data: 0 });
+  assert.deepStrictEqual(atv.trace.slice(0, exit).filter((e) => e.kind === "notify" || e.kind === "console").slice(-2), [
+    { t: 3500, kind: "notify", channel: 0, cmd: "ATV-Tunning-Up-Search-Show", data: 0 },
+    { t: 3500, ...getHostUi },
+  ]);
   // The set's own sweep ticks are named after it, not after the library's timer 1.
   const ticks = atv.stdout.match(/^timer \d+ .*$/gm);
   assert.strictEqual(ticks.filter((l) => l === "timer 1 sim ATV tuner sweep").length, 85);
   assert.deepStrictEqual(ticks.filter((l) => l !== "timer 1 sim ATV tuner sweep"),
                          ["timer 51 OnTimer_OnATVTuningSearch"]);
+});
+
+test("texts with quotes, backslashes, slashes and control characters come back whole from the trace", async () => {
+  // Short enough for the set's version buffer.
+  const text = '"q" \\p\\ </x>\t\u0001\u001f é';
+  const r = await traced(`set sw-version ${text}\nevent FactoryVersion\n`);
+  assert.strictEqual(r.status, 0, r.stderr);
+  const sent = r.trace.filter((e) => e.kind === "notify" && e.cmd === "Version-ZYTAppVersion");
+  assert.deepStrictEqual(sent.map(({ t, ...e }) => e),
+                         [{ kind: "notify", channel: 0, cmd: "Version-ZYTAppVersion", data: text }]);
+  // The library's own log of the frame holds the text JSON-escaped once more.
+  const frame = JSON.stringify({ cmd: "Version-ZYTAppVersion", data: text });
+  const logged = r.trace.filter((e) => e.kind === "log" && e.text.startsWith("broadcast: ") &&
+                                       e.text.includes("Version-ZYTAppVersion"));
+  assert.strictEqual(logged.length, 1);
+  assert.deepStrictEqual(JSON.parse(logged[0].text.replace(/^broadcast: (.*), tx len: \d+$/, "$1")),
+                         JSON.parse(frame));
+  // Every line is one JSON object whose numbers are numbers.
+  const call = r.trace.find((e) => e.kind === "call" && e.fn === "WebAppMgr_LoadPage");
+  assert.deepStrictEqual(call.args, ["file:///applications/factory/factory-ui.html", 0]);
 });

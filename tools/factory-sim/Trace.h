@@ -29,7 +29,7 @@ public:
     void Flush();
 
 private:
-    void Write(uint64_t tMs, const std::string& kind, const std::string& rest);
+    void Write(uint64_t tMs, const char* kind, const std::string& rest);
 
     std::mutex m_mutex;
     std::ofstream m_out;

@@ -382,22 +382,38 @@ int main(int argc, char** argv) {
     set.GetJournal().SetWindow(20000, 4 * 1024 * 1024);
     sim::WebAppState& web = set.Get<sim::WebAppState>();
     web.SetNoteWindow(20000);
-    // Only now: the reader stamps lines with the set's clock, which Reset replaces.
-    output.CaptureStdout(
-        [&trace](const std::string& line) { trace.Console(sim::Set::Instance().NowMs(), line); });
     // A notification is traced when the page receives it; waiting for the page to
-    // have everything before each call, log line, listener code and clock move puts it
-    // at the time and in the place where the library sent it. The wait is a round trip
-    // to the page, so it is made only when something may be on its way: the library
-    // logs on the event thread before every notification it sends (NotifyUI checks
-    // the page first), so work that logged nothing sent nothing.
-    std::atomic<bool> pageMayLag{true};
-    const auto settle = [&web, &output, &pageMayLag] {
-        if (pageMayLag.exchange(false)) {
+    // have everything before each call, log line, listener code, console line and
+    // clock move puts it at the time and in the place where the library sent it. The
+    // wait is a round trip to the page, so it is made only when something may be on
+    // its way: the library logs on the event thread before every notification it
+    // sends (NotifyUI checks the page first), so work that logged nothing sent nothing.
+    std::mutex pageMutex;
+    bool pageMayLag = true;  // under pageMutex
+    bool pageUp = true;      // false once the set shuts down
+    const auto settlePage = [&web, &pageMutex, &pageMayLag, &pageUp] {
+        std::lock_guard<std::mutex> lock(pageMutex);
+        if (pageMayLag && pageUp) {
             web.Settle();
+            pageMayLag = false;
         }
+    };
+    const auto mayHaveSent = [&pageMutex, &pageMayLag] {
+        std::lock_guard<std::mutex> lock(pageMutex);
+        pageMayLag = true;
+    };
+    const auto settle = [&settlePage, &output] {
+        settlePage();
         output.Drain();
     };
+    // Only now: the reader stamps lines with the set's clock, which Reset replaces. A
+    // console line comes after the notifications sent before it: the event thread
+    // cannot have sent one since (that needs a log line, whose settle waits for this
+    // reader), so the page's round trip brings exactly those.
+    output.CaptureStdout([&trace, &settlePage](const std::string& line) {
+        settlePage();
+        trace.Console(sim::Set::Instance().NowMs(), line);
+    });
     running.settle = settle;
     set.GetJournal().SetSink([&](const sim::JournalEntry& e) {
         const bool inWork = sim::EventLoop::InWork();
@@ -409,7 +425,7 @@ int main(int argc, char** argv) {
             return;
         }
         if (inWork) {
-            pageMayLag = true;
+            mayHaveSent();
         } else if (IsSettleTraffic(web, e.mask, e.args)) {
             return;
         }
@@ -594,6 +610,10 @@ int main(int argc, char** argv) {
     output.Drain();
     output.FlushRepeats();
     trace.Flush();
+    {
+        std::lock_guard<std::mutex> lock(pageMutex);
+        pageUp = false;
+    }
     set.GetJournal().SetSink(nullptr);
     set.Loop().SetAfterWork(nullptr);
     set.Loop().SetOnTick(nullptr);
