@@ -288,6 +288,10 @@ int main(int argc, char** argv) {
         std::fputs(Usage(), stdout);
         return 0;
     }
+    if (options.version) {
+        std::printf("%s\n", VersionLine().c_str());
+        return 0;
+    }
     if (const std::string error = CheckPaths(options); !error.empty()) {
         std::fprintf(stderr, "factory-sim: %s\n", error.c_str());
         return 2;
