@@ -32,6 +32,7 @@ test("eight hours of burn-in keep every tick in the trace, and none of the settl
   assert.deepStrictEqual(logs.filter((t) => t.includes('"settle"')), []);
   // The page's own "connect", answering the greeting, is the set's behaviour and stays.
   assert.strictEqual(logs.filter((t) => t.endsWith('callback receive: {"cmd":"connect"}, rx len: 17')).length, 1);
+  assert.strictEqual(logs.filter((t) => t.endsWith("] cmd: connect")).length, 1);
   assert.ok(r.trace.length < 30000, `${r.trace.length} lines`);
   // The console collapses the identical ticks of the long wait, and only those.
   assert.match(r.stdout, /\npanel = red\ntimer 16 OnTimer_OnAgingMode2\nt = 1000 ms\npanel = green\n/);
