@@ -17,7 +17,8 @@ case "${1:-}" in
 esac
 
 packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev
-  libwebsockets-dev libjson-c-dev libdirectfb-dev libdirectfb-extra fonts-dejavu-core libpng-dev)
+  libwebsockets-dev libjson-c-dev libdirectfb-dev libdirectfb-extra fonts-dejavu-core libpng-dev
+  libcli11-dev)
 # tzdata: the time-zone tables are checked against the system's zone database.
 [ "$tests" -eq 1 ] && packages+=(chromium nodejs npm tzdata)
 [ "$fuzz" -eq 1 ] && packages+=(clang-14 libclang-rt-14-dev)
@@ -38,8 +39,11 @@ if [ "${#wanted[@]}" -gt 0 ]; then
   sudo=""
   [ "$(id -u)" -ne 0 ] && sudo="sudo"
   echo "installing: ${wanted[*]}"
-  $sudo apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${wanted[@]}"
+  # One apt-get at a time on a machine that builds several trees at once.
+  lock=(flock /tmp/apt.lock)
+  command -v flock >/dev/null || lock=()
+  $sudo "${lock[@]}" apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo "${lock[@]}" apt-get install -y -qq --no-install-recommends "${wanted[@]}"
 fi
 
 # The browser tests' packages, only for the tests; npm says what went wrong if it fails.

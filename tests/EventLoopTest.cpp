@@ -123,8 +123,9 @@ TEST_F(EventLoopTest, ADestroyedHandlerGetsNoMoreTicks) {
 TEST_F(EventLoopTest, AfterEachPieceOfWorkTheHookRunsBeforeTheClockMovesOn) {
     sim::EventLoop& loop = sim::Set::Instance().Loop();
     std::vector<std::string> seen;
-    loop.SetOnTick([&](MEvtHandle* handler, unsigned long id) {
-        seen.push_back((handler == &rec ? "tick " : "stranger ") + std::to_string(id));
+    loop.SetOnTick([&](MEvtHandle* handler, unsigned long id, const char* owner) {
+        seen.push_back((handler == &rec ? "tick " : "stranger ") + std::to_string(id) +
+                       (owner != nullptr ? owner : ""));
     });
     loop.SetAfterWork([&] {
         seen.push_back("after @" + std::to_string(sim::Set::Instance().NowMs()) +

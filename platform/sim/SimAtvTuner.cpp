@@ -31,7 +31,8 @@ namespace sim {
 class AtvSweeper : public MEvtHandle {
 public:
     void Arm(unsigned long periodMs) {
-        Set::Instance().Loop().SetTimer(this, periodMs, kSweepTimer, E_TIMER_REPEAT);
+        Set::Instance().Loop().SetTimer(this, periodMs, kSweepTimer, E_TIMER_REPEAT,
+                                        "sim ATV tuner sweep");
     }
     void Disarm() { Set::Instance().Loop().KillTimer(this, kSweepTimer); }
     MAPI_BOOL DefEventProc(unsigned int message, void*, void*, void*) override {

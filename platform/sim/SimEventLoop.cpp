@@ -29,12 +29,12 @@ void EventLoop::Invoke(Work work) {
 }
 
 void EventLoop::SetTimer(MEvtHandle* handler, unsigned long periodMs, unsigned long id,
-                         EN_TIMER_MODE mode) {
+                         EN_TIMER_MODE mode, const char* owner) {
     {
         std::lock_guard<std::mutex> lock(m_mutex);
         // Arming an armed timer restarts its period, as on the set.
         m_timers[{handler, id}] =
-            ArmedTimer{handler, id, periodMs, mode, m_clock.NowNs() + periodMs * 1000000ULL};
+            ArmedTimer{handler, id, periodMs, mode, m_clock.NowNs() + periodMs * 1000000ULL, owner};
     }
     m_wake.notify_all();
 }
@@ -90,10 +90,11 @@ bool EventLoop::TakeNext(Work& work, uint64_t limitNs) {
     }
     MEvtHandle* handler = timer.handler;
     const unsigned long timerId = timer.id;
+    const char* owner = timer.owner;
     auto onTick = m_onTick;
-    work = [handler, timerId, onTick] {
+    work = [handler, timerId, owner, onTick] {
         if (onTick) {
-            onTick(handler, timerId);
+            onTick(handler, timerId, owner);
         }
         void* id = reinterpret_cast<void*>(static_cast<uintptr_t>(timerId));
         handler->OnEvent(MEvtHandle::kTimerMessage, nullptr, id, nullptr);
@@ -106,7 +107,7 @@ void EventLoop::SetAfterWork(std::function<void()> afterWork) {
     m_afterWork = std::move(afterWork);
 }
 
-void EventLoop::SetOnTick(std::function<void(MEvtHandle*, unsigned long)> onTick) {
+void EventLoop::SetOnTick(OnTick onTick) {
     std::lock_guard<std::mutex> lock(m_mutex);
     m_onTick = std::move(onTick);
 }

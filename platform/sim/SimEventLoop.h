@@ -26,6 +26,7 @@ struct ArmedTimer {
     unsigned long periodMs;
     EN_TIMER_MODE mode;
     uint64_t dueNs;
+    const char* owner;  // the set's own timers name their owner; null: the handler's map
 };
 
 class EventLoop {
@@ -37,8 +38,10 @@ public:
     // Runs a piece of work on the event thread, in order with the messages.
     void Invoke(std::function<void()> work);
 
-    void SetTimer(MEvtHandle* handler, unsigned long periodMs, unsigned long id,
-                  EN_TIMER_MODE mode);
+    // owner names a timer of the simulated set itself (a tuner's sweep, say), so that
+    // its ticks are not taken for the library's timer of the same id.
+    void SetTimer(MEvtHandle* handler, unsigned long periodMs, unsigned long id, EN_TIMER_MODE mode,
+                  const char* owner = nullptr);
     void KillTimer(MEvtHandle* handler, unsigned long id);
     std::vector<ArmedTimer> Timers() const;
     // A destroyed handler receives nothing more.
@@ -51,9 +54,11 @@ public:
 
     // Called after each piece of work (a message, an invocation, a timer tick),
     // before the clock may move on; factory-sim waits there for the page to have
-    // received everything sent so far. onTick is called before each tick.
+    // received everything sent so far. onTick is called before each tick, with the
+    // owner the timer was armed with (null for the library's timers).
+    using OnTick = std::function<void(MEvtHandle* handler, unsigned long id, const char* owner)>;
     void SetAfterWork(std::function<void()> afterWork);
-    void SetOnTick(std::function<void(MEvtHandle* handler, unsigned long id)> onTick);
+    void SetOnTick(OnTick onTick);
     // Whether the calling thread is inside a piece of work of an event loop.
     static bool InWork();
 
@@ -78,7 +83,7 @@ private:
     std::thread m_thread;
     std::thread::id m_eventThread;
     std::function<void()> m_afterWork;
-    std::function<void(MEvtHandle*, unsigned long)> m_onTick;
+    OnTick m_onTick;
 };
 
 }  // namespace sim

@@ -7,6 +7,8 @@
 
 namespace sim {
 
+const char kSettleConnect[] = "{\"cmd\":\"connect\",\"settle\":true}";
+
 namespace {
 
 constexpr char kGreeting[] = "{\"cmd\":\"established\"}";
@@ -77,8 +79,8 @@ void PageClient::Wake() {
     }
 }
 
-void PageClient::QueueConnectLocked() {
-    m_out.emplace_back(kConnect);
+void PageClient::QueueConnectLocked(const char* text) {
+    m_out.emplace_back(text);
     ++m_connectsSent;
 }
 
@@ -113,7 +115,7 @@ bool PageClient::Settle(std::chrono::milliseconds timeout) {
     if (!(m_state == State::Open && m_greeted)) {
         return false;
     }
-    QueueConnectLocked();
+    QueueConnectLocked(kSettleConnect);
     const uint64_t target = m_connectsSent;
     lock.unlock();
     Wake();
@@ -191,7 +193,7 @@ int PageClient::Handle(lws* wsi, int reason, void* in, size_t len) {
                 if (text == kGreeting) {
                     // The page says "connect" as soon as it is greeted.
                     m_greeted = true;
-                    QueueConnectLocked();
+                    QueueConnectLocked(kConnect);
                     lws_callback_on_writable(wsi);
                     m_changed.notify_all();
                     return 0;

@@ -16,6 +16,10 @@ struct lws_context;
 
 namespace sim {
 
+// What Settle sends: a "connect" as the page's own, marked so that a log reader can
+// tell the barrier from the page's greeting reply.
+extern const char kSettleConnect[];
+
 class PageClient {
 public:
     // onText sees every text frame except the greeting and the "connect" echo.
@@ -29,7 +33,7 @@ public:
     // greeted, and waits for the greeting. False when none came in time.
     bool Open(std::chrono::milliseconds timeout);
     bool Greeted() const;
-    // Sends {"cmd":"connect"} and waits for its echo, behind everything the server
+    // Sends kSettleConnect and waits for its echo, behind everything the server
     // queued for this page before.
     bool Settle(std::chrono::milliseconds timeout);
     void Close(std::chrono::milliseconds timeout);
@@ -40,7 +44,7 @@ public:
 private:
     enum class State { Idle, Connecting, Open };
     void Wake();
-    void QueueConnectLocked();
+    void QueueConnectLocked(const char* text);
 
     std::string m_address;
     int m_port;

@@ -46,7 +46,7 @@ DtvTuningState::DtvTuningState() { m_runner.owner = this; }
 // The runner's tick is the set's own: it goes straight to the loop, not to the journal.
 void DtvTuningState::StartRun() {
     running = true;
-    Set::Instance().Loop().SetTimer(&m_runner, scanMs, 1, E_TIMER_ONESHOT);
+    Set::Instance().Loop().SetTimer(&m_runner, scanMs, 1, E_TIMER_ONESHOT, "sim DTV tuning run");
 }
 
 void DtvTuningState::SendScanStopped() {

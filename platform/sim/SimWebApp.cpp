@@ -74,7 +74,10 @@ void WebAppState::OnText(const std::string& text) {
 
 bool WebAppState::Settle() {
     std::lock_guard<std::mutex> lock(m_pageMutex);
-    return m_client && m_client->Settle(std::chrono::milliseconds(pageTimeoutMs));
+    ++m_settling;
+    const bool settled = m_client && m_client->Settle(std::chrono::milliseconds(pageTimeoutMs));
+    --m_settling;
+    return settled;
 }
 
 void WebAppState::SetNoteWindow(size_t notes) {

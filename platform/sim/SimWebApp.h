@@ -3,6 +3,7 @@
 // set's browser does and keeps every notification it receives.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <memory>
@@ -45,6 +46,8 @@ struct WebAppState : Area {
     // Waits until the page has received every notification sent so far (the
     // "connect" echo is the barrier). False when no page is connected or it timed out.
     bool Settle();
+    // Whether a Settle is waiting for its echo (any thread may ask).
+    bool SettleInFlight() const { return m_settling.load() > 0; }
     // Keeps only the newest notes, for a host that runs for days; 0 keeps them all.
     void SetNoteWindow(size_t notes);
 
@@ -68,6 +71,7 @@ private:
     std::map<int, std::string> m_pages;
     std::set<int> m_hidden;
     std::unique_ptr<PageClient> m_client;
+    std::atomic<int> m_settling{0};
 
     std::mutex m_noteMutex;
     std::vector<UiNote> m_notes;

@@ -288,8 +288,9 @@ std::string Commands::SetField(const Words& w, const std::string& rest, std::str
     if (w.size() < 2) {
         return "usage: set <field> <value>";
     }
-    // An empty value is a value: an empty file, an empty version string.
-    const std::string value = After(rest, 1);
+    // An empty value is a value: an empty file, an empty version string. Quotes are
+    // taken off as expect takes them off, so `set F ""` is the empty text it expects.
+    const std::string value = Unquote(After(rest, 1));
     std::string error;
     OnEventThread([&] { error = m_fields.Set(w[1], value); });
     if (error.empty()) {

@@ -28,7 +28,10 @@ const ParamHelp kParams[] = {
      "p2: a scan-status record, from the digital tuning run (status 10, the run stopped; "
      "tv radio data = scan-result); name=value words override it: status=0-4294967295 "
      "tv= radio= data= (0-65535)"},
-    {192, "p2 (low byte): the channel-preset phase"},
+    {192,
+     "p2 (low byte): the channel-preset phase: 0 shows \"CH Preset Writing\" (with uart-ui 1) "
+     "and checks every 2 s, 1 the station reports OK (\"CH Preset OK\"; the next check "
+     "closes the page), anything else nothing"},
     {196, "p2: 0 MHL overcurrent, 1 USB overcurrent, 2 closes the page"},
     {203, "p3: the volume stored outside M-mode (in M-mode the factory volume is used)"},
     {226, "p2 (low byte): the clone-copy code"},
@@ -38,7 +41,9 @@ const ParamHelp kParams[] = {
     {234, "p2: 1 shows the page and arms the timer, 0 lets the next tick close it"},
     {236, "p2: the input to show, 0x81-0x89"},
     {240, "p2 (low byte): the direct-tune sub-code"},
-    {243, "p2 (low byte): the search direction"},
+    {243,
+     "p2 (low byte): the search direction: 0 up, 1 down (while a search runs the other way, "
+     "it stops that search; a second event starts this way), anything else no search"},
     {247, "p2 (low byte): the configuration sub-code"},
     {250, "p2: the wake-on-WLAN test phase"},
     {251, "p2: the WLAN test phase"},

@@ -1,5 +1,7 @@
 #include "Notes.h"
 
+#include <json-c/json.h>
+
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -16,6 +18,7 @@ struct Queue {
     std::deque<Note> notes;
     size_t window = 0;
     size_t dropped = 0;
+    std::deque<Note> screen;
 };
 
 Queue& TheQueue() {
@@ -40,6 +43,15 @@ void Notes::Watch(std::function<void(const Note&)> onNote, size_t window) {
         {
             std::lock_guard<std::mutex> lock(queue.mutex);
             queue.notes.push_back(note);
+            if (note.channel == 0) {
+                if (note.cmd == "HideAllUIExcept") {
+                    queue.screen.clear();
+                }
+                queue.screen.push_back(note);
+                if (queue.screen.size() > kScreenLimit) {
+                    queue.screen.pop_front();
+                }
+            }
             if (queue.notes.size() > queue.window) {
                 queue.notes.pop_front();
                 ++queue.dropped;
@@ -79,6 +91,27 @@ size_t Notes::Dropped() {
     Queue& q = TheQueue();
     std::lock_guard<std::mutex> lock(q.mutex);
     return q.dropped;
+}
+
+std::vector<Note> Notes::Screen() {
+    Queue& q = TheQueue();
+    std::lock_guard<std::mutex> lock(q.mutex);
+    return {q.screen.begin(), q.screen.end()};
+}
+
+std::string Notes::ScreenJson() {
+    json_object* list = json_object_new_array();
+    for (const Note& n : Screen()) {
+        json_object* note = json_object_new_object();
+        json_object_object_add(note, "cmd", json_object_new_string(n.cmd.c_str()));
+        json_object_object_add(note, "data",
+                               n.numeric ? json_object_new_int64(std::stoll(n.data))
+                                         : json_object_new_string(n.data.c_str()));
+        json_object_array_add(list, note);
+    }
+    std::string text = json_object_to_json_string_ext(list, JSON_C_TO_STRING_PLAIN);
+    json_object_put(list);
+    return text;
 }
 
 }  // namespace factorysim

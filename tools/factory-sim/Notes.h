@@ -35,6 +35,14 @@ public:
     static void WaitForNew(std::chrono::steady_clock::time_point deadline);
     // How many notes the window dropped unread so far.
     static size_t Dropped();
+
+    // The current screen: the notes of channel 0 since the last "HideAllUIExcept",
+    // that one first, so that a page opened late draws what the set shows. At most
+    // kScreenLimit (the newest) are kept; a screen is never near that.
+    static std::vector<Note> Screen();
+    // The screen as a JSON array of {"cmd":..., "data":...}, numbers as numbers.
+    static std::string ScreenJson();
+    static constexpr size_t kScreenLimit = 4096;
 };
 
 }  // namespace factorysim

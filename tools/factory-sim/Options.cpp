@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <sys/stat.h>
 
+#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -20,6 +21,26 @@ std::string ParsePort(const std::string& text, int& port, bool zeroAllowed) {
     }
     port = static_cast<int>(*n);
     return "";
+}
+
+// An option whose value goes through a check of ours, so that a bad value is named
+// the way the rest of factory-sim names it.
+using Check = std::function<std::string(const std::string&)>;
+
+void AddChecked(CLI::App& app, const std::string& name, const Check& check) {
+    app.add_option_function<std::string>(name, [name, check](const std::string& value) {
+        if (value.empty()) {
+            throw CLI::ValidationError("option " + name + " needs a value");
+        }
+        const std::string error = check(value);
+        if (!error.empty()) {
+            throw CLI::ValidationError("option " + name + ": " + error);
+        }
+    });
+}
+
+Check Into(std::string& field) {
+    return [&field](const std::string& value) { return field = value, std::string(); };
 }
 
 }  // namespace
@@ -50,78 +71,62 @@ Runs the factory library on a simulated set and serves the factory UI.
   --virtual-time      the set's clock moves only with 'wait' (script default)
   --expect-timeout MS in real time, how long 'expect' waits (default 5000)
   --verbose           copy every log line of the library to standard error
+  --version           factory-sim's version
   --help              this text
 )";
 }
 
 std::string ParseOptions(int argc, char** argv, Options& o) {
-    using Setter = std::function<std::string(const std::string&)>;
-    const std::map<std::string, Setter> withValue = {
-        {"--set", [&](const std::string& v) { return o.setFile = v, std::string(); }},
-        {"--root", [&](const std::string& v) { return o.root = v, std::string(); }},
-        {"--listen", [&](const std::string& v) { return o.listen = v, std::string(); }},
-        {"--port", [&](const std::string& v) { return ParsePort(v, o.port, true); }},
-        {"--control-port", [&](const std::string& v) { return ParsePort(v, o.controlPort, true); }},
-        {"--script", [&](const std::string& v) { return o.script = v, std::string(); }},
-        {"--trace", [&](const std::string& v) { return o.trace = v, std::string(); }},
-        {"--station", [&](const std::string& v) { return o.station = v, std::string(); }},
-        {"--record", [&](const std::string& v) { return o.record = v, std::string(); }},
-        {"--junit", [&](const std::string& v) { return o.junit = v, std::string(); }},
-        {"--compare", [&](const std::string& v) { return o.compare = v, std::string(); }},
-        {"--golden-write", [&](const std::string& v) { return o.goldenWrite = v, std::string(); }},
-        {"--ui", [&](const std::string& v) { return o.uiFile = v, std::string(); }},
-        {"--expect-timeout",
-         [&](const std::string& v) {
-             const auto n = ParseNumber(v);
-             if (!n || *n > 3600000) {
-                 return "not a time in ms (at most an hour): " + v;
-             }
-             o.expectTimeoutMs = static_cast<unsigned long>(*n);
-             return std::string();
-         }},
-    };
-    const std::map<std::string, std::function<void()>> flags = {
-        {"--real-time", [&] { o.realTime = true; }},
-        {"--virtual-time", [&] { o.realTime = false; }},
-        {"--no-control", [&] { o.control = false; }},
-        {"--verbose", [&] { o.verbose = true; }},
-        {"--help", [&] { o.help = true; }},
-        {"-h", [&] { o.help = true; }},
-    };
-    for (int i = 1; i < argc; ++i) {
-        std::string arg = argv[i];
-        std::string value;
-        bool hasValue = false;
-        const auto eq = arg.find('=');
-        if (arg.rfind("--", 0) == 0 && eq != std::string::npos) {
-            value = arg.substr(eq + 1);
-            arg = arg.substr(0, eq);
-            hasValue = true;
+    CLI::App app("factory-sim");
+    app.set_help_flag();  // ours: Usage() is the text the README shows
+    app.allow_extras();
+    // As with most tools, the last of a repeated option counts.
+    app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    AddChecked(app, "--set", Into(o.setFile));
+    AddChecked(app, "--root", Into(o.root));
+    AddChecked(app, "--listen", Into(o.listen));
+    AddChecked(app, "--port", [&o](const std::string& v) { return ParsePort(v, o.port, true); });
+    AddChecked(app, "--control-port",
+               [&o](const std::string& v) { return ParsePort(v, o.controlPort, true); });
+    AddChecked(app, "--script", Into(o.script));
+    AddChecked(app, "--trace", Into(o.trace));
+    AddChecked(app, "--station", Into(o.station));
+    AddChecked(app, "--record", Into(o.record));
+    AddChecked(app, "--junit", Into(o.junit));
+    AddChecked(app, "--compare", Into(o.compare));
+    AddChecked(app, "--golden-write", Into(o.goldenWrite));
+    AddChecked(app, "--ui", Into(o.uiFile));
+    AddChecked(app, "--expect-timeout", [&o](const std::string& v) {
+        const auto n = ParseNumber(v);
+        if (!n || *n > 3600000) {
+            return "not a time in ms (at most an hour): " + v;
         }
-        if (auto f = flags.find(arg); f != flags.end() && !hasValue) {
-            f->second();
-            continue;
-        }
-        auto s = withValue.find(arg);
-        if (s == withValue.end()) {
-            return "unknown option: " + std::string(argv[i]);
-        }
-        if (!hasValue) {
-            if (i + 1 >= argc) {
-                return "option " + arg + " needs a value";
-            }
-            value = argv[++i];
-        }
-        if (value.empty()) {
-            return "option " + arg + " needs a value";
-        }
-        const std::string error = s->second(value);
-        if (!error.empty()) {
-            return "option " + arg + ": " + error;
-        }
+        o.expectTimeoutMs = static_cast<unsigned long>(*n);
+        return std::string();
+    });
+    CLI::Option* real = app.add_flag_callback("--real-time", [&o] { o.realTime = true; });
+    CLI::Option* virt = app.add_flag_callback("--virtual-time", [&o] { o.realTime = false; });
+    real->excludes(virt);
+    app.add_flag_callback("--no-control", [&o] { o.control = false; });
+    app.add_flag_callback("--verbose", [&o] { o.verbose = true; });
+    app.add_flag_callback("--version", [&o] { o.version = true; });
+    app.add_flag_callback("-h,--help", [&o] { o.help = true; });
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ArgumentMismatch& e) {
+        // "--port: 1 required TEXT missing": the option is the part before the colon.
+        const std::string what = e.what();
+        return "option " + what.substr(0, what.find(':')) + " needs a value";
+    } catch (const CLI::ParseError& e) {
+        return e.what();
+    }
+    if (!app.remaining().empty()) {
+        return "unknown option: " + app.remaining().front();
     }
     return "";
 }
+
+std::string VersionLine() { return std::string("factory-sim ") + FACTORY_SIM_VERSION; }
 
 const char kRootMarker[] = ".factory-sim-root";
 

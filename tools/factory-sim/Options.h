@@ -25,6 +25,7 @@ struct Options {
     unsigned long expectTimeoutMs = 5000;  // real time: how long expect waits
     bool verbose = false;
     bool help = false;
+    bool version = false;
 };
 
 // Fills options from argv; the error is empty on success.
@@ -36,5 +37,7 @@ std::string CheckPaths(const Options& options);
 // Marks a root folder as factory-sim's, so that a later run may use it again.
 extern const char kRootMarker[];
 const char* Usage();
+// "factory-sim VERSION", the version of the build.
+std::string VersionLine();
 
 }  // namespace factorysim

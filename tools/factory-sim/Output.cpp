@@ -24,13 +24,52 @@ void Output::WriteAll(int fd, const std::string& text) {
     }
 }
 
+void Output::FlushRepeatsLocked() {
+    if (m_repeats == 0) {
+        return;
+    }
+    WriteAll(m_realOut, m_repeats == 1
+                            ? m_repeated + "\n"
+                            : m_repeated + " \u00d7 " + std::to_string(m_repeats) + "\n");
+    m_repeats = 0;
+    m_repeated.clear();
+}
+
+void Output::FlushRepeats() {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    FlushRepeatsLocked();
+}
+
+void Output::CollapseRepeats(bool on) {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    FlushRepeatsLocked();
+    m_collapse = on;
+}
+
+void Output::PrintRepeatable(const std::string& text) {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    if (!m_collapse) {
+        WriteAll(m_realOut, text + "\n");
+        return;
+    }
+    if (m_repeats != 0 && text == m_repeated) {
+        ++m_repeats;
+        return;
+    }
+    FlushRepeatsLocked();
+    m_repeated = text;
+    m_repeats = 1;
+}
+
 void Output::Print(const std::string& text) {
     std::lock_guard<std::mutex> lock(m_mutex);
+    FlushRepeatsLocked();
     WriteAll(m_realOut, text.empty() || text.back() != '\n' ? text + "\n" : text);
 }
 
 void Output::Error(const std::string& text) {
     std::fflush(stdout);
+    FlushRepeats();
     WriteAll(2, text.empty() || text.back() != '\n' ? text + "\n" : text);
 }
 
@@ -78,6 +117,7 @@ void Output::ReadLoop() {
                 m_onLine(line);
             }
             std::lock_guard<std::mutex> lock(m_mutex);
+            FlushRepeatsLocked();
             WriteAll(m_realOut, line + "\n");
         }
         pending.erase(0, start);
@@ -92,6 +132,7 @@ void Output::ReadLoop() {
             m_onLine(pending);
         }
         std::lock_guard<std::mutex> lock(m_mutex);
+        FlushRepeatsLocked();
         WriteAll(m_realOut, pending + "\n");
     }
 }
@@ -116,6 +157,7 @@ void Output::Drain() {
 }
 
 void Output::Release() {
+    FlushRepeats();
     if (m_pipeRead < 0) {
         return;
     }

@@ -30,10 +30,17 @@ public:
     // factory-sim's own lines, straight to the real standard output / error.
     void Print(const std::string& text);
     void Error(const std::string& text);
+    // A line that often comes many times in a row (a timer's tick). With collapsing
+    // on, a run of identical lines is written once, as "LINE × N", when another line
+    // comes or at FlushRepeats; with it off it is an ordinary Print.
+    void PrintRepeatable(const std::string& text);
+    void CollapseRepeats(bool on);
+    void FlushRepeats();
 
 private:
     void ReadLoop();
     void WriteAll(int fd, const std::string& text);
+    void FlushRepeatsLocked();
 
     std::mutex m_mutex;
     int m_realOut = 1;
@@ -44,6 +51,9 @@ private:
     std::mutex m_passedMutex;
     std::condition_variable m_passedChanged;
     std::function<void(const std::string&)> m_onLine;
+    bool m_collapse = false;
+    std::string m_repeated;  // under m_mutex
+    unsigned long long m_repeats = 0;
 };
 
 }  // namespace factorysim

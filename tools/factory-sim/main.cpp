@@ -31,6 +31,7 @@
 #include "Output.h"
 #include "SetFields.h"
 #include "SimDisplay.h"
+#include "SimPageClient.h"
 #include "SimSet.h"
 #include "SimWebApp.h"
 #include "StationRun.h"
@@ -50,17 +51,44 @@ constexpr unsigned long long kFailureLevel = 2;
 struct Running {
     Output* output;
     Trace* trace;
+    std::function<void()> settle;  // inside a piece of work: everything sent before is out
 };
 Running* g_running = nullptr;
 
 unsigned char HostListener(unsigned long code, void*, void*) {
     if (g_running != nullptr) {
+        // Notifications and console lines the library produced before this code come
+        // first, as they did on the set.
+        if (sim::EventLoop::InWork() && g_running->settle) {
+            g_running->settle();
+        }
         g_running->trace->Listener(sim::Set::Instance().NowMs(), code);
         char hex[16];
         std::snprintf(hex, sizeof(hex), "0x%lX", code);
         g_running->output->Print(std::string("<- listener ") + hex + ": " + ListenerMeaning(code));
     }
     return 0;
+}
+
+// The lines the library's server thread logs for the page's settling "connect": the
+// callback traces while a settle waits for its echo, the marked "connect" received and
+// the "cmd: connect" right after it. They are factory-sim's machinery, not the set's
+// behaviour, and would be most of a long run's trace.
+bool IsSettleTraffic(const sim::WebAppState& web, unsigned long long mask,
+                     const std::string& text) {
+    constexpr unsigned long long kCallbackTrace = 8;
+    thread_local bool afterSettleConnect = false;
+    const bool cmdLine = afterSettleConnect && text.size() >= 14 &&
+                         text.compare(text.size() - 14, 14, "] cmd: connect") == 0;
+    afterSettleConnect = false;
+    if (cmdLine) {
+        return true;
+    }
+    if (text.find(std::string("callback receive: ") + sim::kSettleConnect) != std::string::npos) {
+        afterSettleConnect = true;
+        return true;
+    }
+    return web.SettleInFlight() && (mask & kLevelMask) == kCallbackTrace;
 }
 
 bool ReadFile(const std::string& path, std::string& text) {
@@ -277,6 +305,10 @@ int main(int argc, char** argv) {
         std::fputs(Usage(), stdout);
         return 0;
     }
+    if (options.version) {
+        std::printf("%s\n", VersionLine().c_str());
+        return 0;
+    }
     if (const std::string error = CheckPaths(options); !error.empty()) {
         std::fprintf(stderr, "factory-sim: %s\n", error.c_str());
         return 2;
@@ -360,7 +392,7 @@ int main(int argc, char** argv) {
     setOptions.port = options.port;
 
     Output output;
-    Running running{&output, &trace};
+    Running running{&output, &trace, nullptr};
     g_running = &running;
 
     sim::Set& set = sim::Set::Instance();
@@ -379,22 +411,51 @@ int main(int argc, char** argv) {
     set.GetJournal().SetWindow(20000, 4 * 1024 * 1024);
     sim::WebAppState& web = set.Get<sim::WebAppState>();
     web.SetNoteWindow(20000);
-    // Only now: the reader stamps lines with the set's clock, which Reset replaces.
-    output.CaptureStdout(
-        [&trace](const std::string& line) { trace.Console(sim::Set::Instance().NowMs(), line); });
     // A notification is traced when the page receives it; waiting for the page to
-    // have everything before each call, log line and clock move puts it at the time
-    // and in the place where the library sent it.
-    const auto settle = [&web, &output] {
-        web.Settle();
+    // have everything before each call, log line, listener code, console line and
+    // clock move puts it at the time and in the place where the library sent it. The
+    // wait is a round trip to the page, so it is made only when something may be on
+    // its way: the library logs on the event thread before every notification it
+    // sends (NotifyUI checks the page first), so work that logged nothing sent nothing.
+    std::mutex pageMutex;
+    bool pageMayLag = true;  // under pageMutex
+    bool pageUp = true;      // false once the set shuts down
+    const auto settlePage = [&web, &pageMutex, &pageMayLag, &pageUp] {
+        std::lock_guard<std::mutex> lock(pageMutex);
+        if (pageMayLag && pageUp) {
+            web.Settle();
+            pageMayLag = false;
+        }
+    };
+    const auto mayHaveSent = [&pageMutex, &pageMayLag] {
+        std::lock_guard<std::mutex> lock(pageMutex);
+        pageMayLag = true;
+    };
+    const auto settle = [&settlePage, &output] {
+        settlePage();
         output.Drain();
     };
+    // Only now: the reader stamps lines with the set's clock, which Reset replaces. A
+    // console line comes after the notifications sent before it: the event thread
+    // cannot have sent one since (that needs a log line, whose settle waits for this
+    // reader), so the page's round trip brings exactly those.
+    output.CaptureStdout([&trace, &settlePage](const std::string& line) {
+        settlePage();
+        trace.Console(sim::Set::Instance().NowMs(), line);
+    });
+    running.settle = settle;
     set.GetJournal().SetSink([&](const sim::JournalEntry& e) {
-        if (sim::EventLoop::InWork()) {
+        const bool inWork = sim::EventLoop::InWork();
+        if (inWork) {
             settle();
         }
         if (e.kind == "call") {
             trace.Call(e.tMs, e.fn, e.args);
+            return;
+        }
+        if (inWork) {
+            mayHaveSent();
+        } else if (IsSettleTraffic(web, e.mask, e.args)) {
             return;
         }
         trace.Log(e.tMs, e.mask, e.args);
@@ -403,8 +464,12 @@ int main(int argc, char** argv) {
         }
     });
     set.Loop().SetAfterWork(settle);
-    set.Loop().SetOnTick(
-        [&output](MEvtHandle*, unsigned long id) { output.Print(TimerLabel(id)); });
+    set.Loop().SetOnTick([&output](MEvtHandle*, unsigned long id, const char* owner) {
+        output.PrintRepeatable(owner != nullptr ? "timer " + std::to_string(id) + " " + owner
+                                                : TimerLabel(id));
+    });
+    output.CollapseRepeats(!realTime);
+    trace.FlushEveryLine(realTime);
     Notes::Watch([&](const Note& n) {
         trace.Notify(sim::Set::Instance().NowMs(), n.channel, n.cmd, n.data, n.numeric);
         output.Print("<- " + n.cmd + " = " + (n.numeric ? n.data : "\"" + n.data + "\""));
@@ -492,7 +557,9 @@ int main(int argc, char** argv) {
         const Runner run = [&](const std::string& line) {
             const Outcome outcome = commands.Execute(line);
             output.Drain();
+            output.FlushRepeats();
             dumpNative(false);
+            trace.Flush();
             return outcome;
         };
         output.Print("factory-sim: set root " + set.GetRoot().Folder().string() +
@@ -515,6 +582,13 @@ int main(int argc, char** argv) {
                     in >> first >> value;
                     if (first == "quit") {
                         return {false, "quit is for the console", false};
+                    }
+                    if (first == "screen" && value.empty()) {
+                        // A page that joins late draws what the set shows: the
+                        // notifications since the last "HideAllUIExcept", once
+                        // everything sent so far has reached the set's own page.
+                        Commands::OnEventThread([] {});
+                        return {true, Notes::ScreenJson(), false};
                     }
                     const auto ms = ParseNumber(value);
                     if (first == "wait" && ms && *ms > kControlWaitLimitMs) {
@@ -546,6 +620,7 @@ int main(int argc, char** argv) {
                 while (!stopPoll) {
                     std::this_thread::sleep_for(std::chrono::milliseconds(250));
                     dumpNative(true);
+                    trace.Flush();
                 }
             });
         }
@@ -575,6 +650,12 @@ int main(int argc, char** argv) {
         }
     }
     output.Drain();
+    output.FlushRepeats();
+    trace.Flush();
+    {
+        std::lock_guard<std::mutex> lock(pageMutex);
+        pageUp = false;
+    }
     set.GetJournal().SetSink(nullptr);
     set.Loop().SetAfterWork(nullptr);
     set.Loop().SetOnTick(nullptr);
