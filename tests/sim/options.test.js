@@ -18,7 +18,7 @@ test("bad command lines end with status 2, the reason and the usage, before anyt
     [["--port="], /option --port needs a value/],
     [["--trace", ""], /option --trace needs a value/],
     [["--expect-timeout", "3600001"], /option --expect-timeout: not a time in ms \(at most an hour\): 3600001/],
-    [["--port", "0"], /option --port: not a port number: 0/],
+    [["--port", "65536"], /option --port: not a port number: 65536/],
     [["script.fsim"], /unknown option: script\.fsim/],
   ];
   for (const [args, reason] of cases) {

@@ -239,17 +239,17 @@ test("a changed golden trace fails the run with the first difference and a summa
     [edit(4, '"data":"volume"', '"data":"Volume"'), 5,
      "notifications 0 missing, 0 extra, 1 changed; calls 0 missing, 0 extra, 0 changed",
      'changed notification HideAllUIExcept (1st): golden "Volume" at 0 ms, this run "volume" at 0 ms'],
-    [edit(14, '"data":0', '"data":"0"'), 15, "notifications 0 missing, 0 extra, 1 changed",
+    [edit(15, '"data":0', '"data":"0"'), 16, "notifications 0 missing, 0 extra, 1 changed",
      'changed notification volume (2nd): golden "0" at 3000 ms, this run 0 at 3000 ms'],
-    [golden.filter((_, i) => i !== 9), 10, "notifications 0 missing, 1 extra, 0 changed",
+    [golden.filter((_, i) => i !== 10), 11, "notifications 0 missing, 1 extra, 0 changed",
      "extra notification set-volumeBar (1st): 35 at 0 ms"],
-    [[...golden, '{"t":3000,"kind":"listener","code":73730}'], 16, "listener codes 1 differ", null],
-    [[...golden, '{"t":3000,"kind":"notify","channel":0,"cmd":"volume","data":2}'], 16,
+    [[...golden, '{"t":3000,"kind":"listener","code":73730}'], 17, "listener codes 1 differ", null],
+    [[...golden, '{"t":3000,"kind":"notify","channel":0,"cmd":"volume","data":2}'], 17,
      "notifications 1 missing, 0 extra, 0 changed", "missing notification volume (3rd): 2 at 3000 ms"],
-    [edit(12, "[3000, 66, 1]", "[2000, 66, 1]"), 13, "calls 0 missing, 0 extra, 1 changed",
+    [edit(13, "[3000, 66, 1]", "[2000, 66, 1]"), 14, "calls 0 missing, 0 extra, 1 changed",
      "changed call MEvtHandle::SetTimer (1st): golden [2000,66,1] at 0 ms, this run [3000,66,1] at 0 ms"],
     // The same events in another order: only the first difference shows it.
-    [golden.map((l, i) => golden[i === 8 ? 9 : i === 9 ? 8 : i]), 9,
+    [golden.map((l, i) => golden[i === 9 ? 10 : i === 10 ? 9 : i]), 10,
      "notifications 0 missing, 0 extra, 0 changed; calls 0 missing, 0 extra, 0 changed", null],
   ];
   for (const [lines, at, summary, detail] of cases) {
