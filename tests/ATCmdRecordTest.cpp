@@ -56,13 +56,7 @@ std::string Field(const std::string& text, size_t width) {
 
 // The demo set's record, kept byte for byte: every label, offset, width and reader.
 TEST_F(ATCmdRecordTest, DemoSetRecordIsTheGoldenOne) {
-    // The source path is relative to the build folder, the parent of the program's.
-    std::filesystem::path source(__FILE__);
-    if (source.is_relative()) {
-        source =
-            std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path() / source;
-    }
-    const auto golden = source.parent_path() / "data" / "atcmd-version-demo.bin";
+    const std::string golden = VQ27_TEST_DATA "/atcmd-version-demo.bin";
     std::ifstream in(golden, std::ios::binary);
     ASSERT_TRUE(in) << golden;
     std::string want{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
