@@ -131,15 +131,27 @@ TEST_F(ProgramInfoTest, AnOutOfRangeTimeShowsZerosAndNoEventShowsAnEmptyLine) {
 }
 
 TEST_F(ProgramInfoTest, SatelliteNamesComeFromTheDisplayTable) {
+    const std::pair<const char*, const char*> kShown[] = {
+        {"Astra 19.2E", "ASTRA 19.2E"},
+        {"Astra 23.5E", "ASTRA 23.5E"},
+        {"Astra 28.2E", "ASTRA 28.2E"},
+        {"Astra 4.8E", "ASTRA 4.8E"},
+        {"Eutelsat 7.0E", "Eutelsat 7.0E"},
+        {"Turksat 42.0E", "Turksat 42.0E"},
+        {"Hispasat 30.0W", "Hispasat 30.0W"},
+        {"Hotbird 13.0E", "Hotbird 13.0E"},
+        {"Thor 0.8W", "Thor 0.8W / Intelsat 1.0W"},
+        {"UserSat1", "UserSat1"},
+        {"UserSat2", "UserSat2"},
+        {"Amazonas 61.0W", "Amazonas 61.0W"},
+        {"astra 19.2E", "astra 19.2E"}};
     OnSatellite();
-    Sat().currentSatellite = 2;
-    DirectCH();
-    EXPECT_EQ(Sent("ProgramInfo-SatelliteName"),
-              std::vector<std::string>{"Thor 0.8W / Intelsat 1.0W"});
-    ClearUiNotes();
-    Sat().satellites[2].name = "Amazonas 61.0W";
-    DirectCH();
-    EXPECT_EQ(Sent("ProgramInfo-SatelliteName"), std::vector<std::string>{"Amazonas 61.0W"});
+    for (const auto& [name, shown] : kShown) {
+        Sat().satellites[Sat().currentSatellite].name = name;
+        ClearUiNotes();
+        DirectCH();
+        EXPECT_EQ(Sent("ProgramInfo-SatelliteName"), std::vector<std::string>{shown}) << name;
+    }
 }
 
 TEST_F(ProgramInfoTest, AnUnnamedServiceIsANewProgramOnlyOnRouteTypeTwo) {
