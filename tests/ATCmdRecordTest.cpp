@@ -12,12 +12,9 @@
 
 #include "FactoryManager.h"
 #include "SetFixture.h"
+#include "SimAllocation.h"
 #include "SimFactoryStore.h"
 #include "SimSystemInfo.h"
-
-// ReadersTest.cpp routes the program's array allocations through this switch, so
-// that a reader can be left without memory.
-extern bool g_failNothrowArrayNew;
 
 namespace {
 
@@ -73,9 +70,12 @@ TEST_F(ATCmdRecordTest, DemoSetRecordIsTheGoldenOne) {
 
 TEST_F(ATCmdRecordTest, ReadersWithoutMemoryStillGiveTheirLabels) {
     Tv().Get<sim::SystemInfoState>().socRealSWVersion = "SOC1";
-    g_failNothrowArrayNew = true;
+    if (!sim::AllocationsCanFail()) {
+        GTEST_SKIP() << "a sanitizer's allocator is in charge";
+    }
+    sim::FailAllocations(true);
     const MAPI_BOOL built = Build();
-    g_failNothrowArrayNew = false;
+    sim::FailAllocations(false);
     ASSERT_EQ(built, 1);
     std::string want;
     const std::pair<const char*, size_t> rows[] = {

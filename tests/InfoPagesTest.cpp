@@ -11,6 +11,7 @@
 #include "FactoryKeyCodes.h"
 #include "FactoryManager.h"
 #include "SetFixture.h"
+#include "SimAllocation.h"
 #include "SimFactoryStore.h"
 #include "SimInfoPages.h"
 #include "SimKeyData.h"
@@ -122,6 +123,23 @@ TEST_F(InfoPagesTest, SelfCheckSendsEveryRowInOrderWithMarkersBeforeTheirRows) {
     EXPECT_EQ(Fm().m_bVersionMode, 1);
     EXPECT_EQ(Calls("MSrv_Factory_Cmd::SetFactoryOSDStatus"), std::vector<std::string>{"[1]"});
     EXPECT_EQ(Calls("WebAppMgr_HidePage"), (std::vector<std::string>{"[1]", "[1]", "[4]"}));
+}
+
+// A boot-code version the set cannot read (no memory for it) drops its row and the
+// software version row it gates; the rest of the page is shown.
+TEST_F(InfoPagesTest, AnUnreadableBootCodeVersionDropsItsRowAndTheSoftwareRow) {
+    if (!sim::AllocationsCanFail()) {
+        GTEST_SKIP() << "a sanitizer's allocator is in charge";
+    }
+    Fm().FactoryGetTVModel();  // the rows before it have their buffers already
+    Fm().FactoryGetTVModelId();
+    sim::FailNextAllocation(21);
+    Post(188);
+    EXPECT_EQ(OnlyNotesOf("Version-BootCodeVersion"), NoteList{});
+    EXPECT_EQ(OnlyNotesOf("Version-AppSWVersion"), NoteList{});
+    EXPECT_EQ(OnlyNotesOf("Version-DPDD"), NoteList{Str("Version-DPDD-Version", "DPDD 4.2.1")});
+    EXPECT_EQ(OnlyNotesOf("Version-ZYT"),
+              NoteList{Str("Version-ZYTAppVersion", "VQ27.00.1143.21")});
 }
 
 struct VgaCase {

@@ -10,31 +10,12 @@
 
 #include "FactoryManager.h"
 #include "SetFixture.h"
+#include "SimAllocation.h"
 #include "SimFactoryStore.h"
 #include "SimNetwork.h"
 #include "SimPlayers.h"
 #include "SimSSSound.h"
 #include "SimSystemInfo.h"
-
-// Array allocations of the whole test program go through here, so that a test can
-// make the non-throwing form fail. Every array form maps to malloc/free, so the
-// sanitizers still see matching pairs.
-// Not file-local: the AT record suite fails its readers' buffers through it too.
-bool g_failNothrowArrayNew = false;
-
-void* operator new[](std::size_t size) {
-    void* p = std::malloc(size ? size : 1);
-    if (p == nullptr) {
-        throw std::bad_alloc();
-    }
-    return p;
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return g_failNothrowArrayNew ? nullptr : std::malloc(size ? size : 1);
-}
-void operator delete[](void* p) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
 
 namespace {
 
@@ -273,11 +254,14 @@ TEST_F(ReadersTest, BufferIsReusedAndZeroedOverItsWholeSizeOnEveryCall) {
 
 TEST_F(ReadersTest, FailedAllocationGivesNullUntilMemoryComesBack) {
     Fm();
-    g_failNothrowArrayNew = true;
+    if (!sim::AllocationsCanFail()) {
+        GTEST_SKIP() << "a sanitizer's allocator is in charge";
+    }
+    sim::FailAllocations(true);
     const char* model = Fm().FactoryGetTVModel();
     const char* format = Fm().FactoryGetMainFormat();
     const MAPI_U8 pal = Fm().FactoryGetADAdjustPALStatus();
-    g_failNothrowArrayNew = false;
+    sim::FailAllocations(false);
     EXPECT_EQ(model, nullptr);
     EXPECT_EQ(format, nullptr);
     EXPECT_EQ(pal, 1) << "status readers need no buffer";
