@@ -382,9 +382,19 @@ TEST_F(PeqTest, ExitKeysCloseThePage) {
         EXPECT_EQ(Fm().m_bPEQMode, 0);
         EXPECT_FALSE(Tv().Get<sim::MModeState>().factoryOsd);
     }
+}
+
+// The editor says which keys it used; the dispatcher consumes every key while it is up.
+TEST_F(PeqTest, TheEditorReportsItsKeysAndTheDispatcherKeepsThemAll) {
+    const std::pair<unsigned long, MAPI_BOOL> kUsed[] = {
+        {0xF000, 1}, {0xF001, 1}, {FactoryKey::Up, 1}, {FactoryKey::Down, 1}, {'5', 0}, {13, 0}};
     Open(false);
-    EXPECT_EQ(Fm().PEQProcessKey('5'), 0);
-    EXPECT_EQ(Fm().m_bPEQMode, 1);
+    for (const auto& [key, used] : kUsed) {
+        EXPECT_EQ(Fm().PEQProcessKey(key), used) << key;
+        EXPECT_EQ(Fm().FactoryDoKeyAction(key), 1) << key;
+    }
+    EXPECT_EQ(Fm().PEQProcessKey(FactoryKey::Exit), 1);
+    EXPECT_EQ(Fm().m_bPEQMode, 0);
 }
 
 }  // namespace

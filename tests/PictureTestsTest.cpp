@@ -50,6 +50,18 @@ INSTANTIATE_TEST_SUITE_P(Cycles, AgingCycleTest,
                                                    {"Red@0", "Green@1000", "Blue@2000",
                                                     "Black@3000", "White@4000", "Red@5000"}}));
 
+// Another page's reset clears the running flag; the next tick sets it again, so that
+// pattern off still finds the burn-in running and stops it.
+TEST_P(AgingCycleTest, PatternOffStopsItEvenAfterAnotherPagesReset) {
+    Post(GetParam().event);
+    Post(252);  // the dynamic picture page resets every page state
+    Advance(1000);
+    Post(211);
+    Journal().Clear();
+    Advance(5000);
+    EXPECT_TRUE(Rasters().empty());
+}
+
 TEST_F(PictureTest, AnEightHourBurnInResumedAfterPowerOffStopsOnPatternOff) {
     Panel().agingMode = 4;
     EXPECT_EQ(Fm().DoAgingModeAction(), 1);

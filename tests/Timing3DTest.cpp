@@ -196,4 +196,17 @@ TEST_F(Timing3DTest, ExitKeysCloseThePageAndTheTvStillGetsThem) {
     }
 }
 
+// The editor says which keys it used; the dispatcher leaves every key to the TV.
+TEST_F(Timing3DTest, TheEditorReportsItsKeysAndTheDispatcherLetsThemAllThrough) {
+    const std::pair<unsigned long, MAPI_BOOL> kUsed[] = {
+        {kLeft, 1}, {kRight, 1}, {FactoryKey::Up, 1}, {FactoryKey::Down, 1}, {kRed, 1}, {'5', 0}};
+    Open();
+    for (const auto& [key, used] : kUsed) {
+        EXPECT_EQ(Fm().Factory3DTimingKeyAction(key), used) << key;
+        EXPECT_EQ(Fm().FactoryDoKeyAction(key), 0) << key;
+    }
+    EXPECT_EQ(Fm().FactoryDoKeyAction(FactoryKey::Exit), 0);
+    EXPECT_EQ(Fm().m_b3DTimingMode, 0);
+}
+
 }  // namespace
