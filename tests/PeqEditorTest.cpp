@@ -148,13 +148,12 @@ protected:
 TEST_F(PeqTest, OpensOnBandZeroWithItsStoredValues) {
     StoreRecord(0, {12, 34, 0x00, 0x00, 100, 2});  // Q word 0: below the bias
     Open(false);
-    EXPECT_EQ(UiNotes(),
-              (NoteList{Str("HideAllUIExcept", "PEQ"), Str("PEQ-Band", "0 (TV stand)"),
-                        Str("PEQ-Filter-Mode", "HPF"), Num("PEQ-f0", 1200), Num("PEQ-f0Div100", 34),
-                        Num("PEQ-QX10", 5), Num("PEQ-GainX10", -20), Num("PEQ-Band-highlight", 1),
-                        Num("PEQ-Filter-Mode-highlight", 0), Num("PEQ-f0-highlight", 0),
-                        Num("PEQ-f0Div100-highlight", 0), Num("PEQ-QX10-highlight", 0),
-                        Num("PEQ-GainX10-highlight", 0)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+                  HideAllUIExcept="PEQ" PEQ-Band="0 (TV stand)" PEQ-Filter-Mode="HPF"
+                  PEQ-f0=1200 PEQ-f0Div100=34 PEQ-QX10=5 PEQ-GainX10=-20 PEQ-Band-highlight=1
+                  PEQ-Filter-Mode-highlight=0 PEQ-f0-highlight=0 PEQ-f0Div100-highlight=0
+                  PEQ-QX10-highlight=0 PEQ-GainX10-highlight=0
+              )-"));
     EXPECT_EQ(Calls("MSrv_Factory_Default::msAPI_rmBurstReadBytes"),
               (std::vector<std::string>{"[3468, 96]"}));
     EXPECT_TRUE(Tv().Get<sim::MModeState>().factoryOsd);
@@ -171,10 +170,10 @@ TEST_F(PeqTest, UpAndDownWrapOverTheSixItems) {
     Open(false);
     ClearUiNotes();
     Press(FactoryKey::Up);
-    EXPECT_EQ(UiNotes(),
-              (NoteList{Num("PEQ-Band-highlight", 0), Num("PEQ-Filter-Mode-highlight", 0),
-                        Num("PEQ-f0-highlight", 0), Num("PEQ-f0Div100-highlight", 0),
-                        Num("PEQ-QX10-highlight", 0), Num("PEQ-GainX10-highlight", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+                  PEQ-Band-highlight=0 PEQ-Filter-Mode-highlight=0 PEQ-f0-highlight=0
+                  PEQ-f0Div100-highlight=0 PEQ-QX10-highlight=0 PEQ-GainX10-highlight=1
+              )-"));
     Press(FactoryKey::Down);
     EXPECT_EQ(UiNotes().at(6), Num("PEQ-Band-highlight", 1));
     EXPECT_EQ(Fm().m_u8PEQHighlight, 0);
@@ -234,9 +233,10 @@ TEST_F(PeqTest, ABandChangeLoadsAndShowsTheNewBand) {
     Open(false);
     Select(0, 0);
     Press(kRight);
-    EXPECT_EQ(UiNotes(), (NoteList{Num("PEQ-f0", 700), Str("PEQ-Filter-Mode", "PEQ"),
-                                   Num("PEQ-f0Div100", 8), Num("PEQ-QX10", 9),
-                                   Num("PEQ-GainX10", 10), Str("PEQ-Band", "1 (TV stand)")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        PEQ-f0=700 PEQ-Filter-Mode="PEQ" PEQ-f0Div100=8 PEQ-QX10=9 PEQ-GainX10=10
+        PEQ-Band="1 (TV stand)"
+    )-"));
 }
 
 // Every other item at both ends, both directions, in both layouts: what is shown

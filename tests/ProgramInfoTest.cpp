@@ -43,13 +43,12 @@ TEST_F(ProgramInfoTest, ADigitalSatelliteBannerShowsEveryFieldForFiveSeconds) {
     Info().eitDuration = 3000;  // 2400 s left: 41 minutes counting the started one
     DirectCH();
     Advance(4999);
-    EXPECT_EQ(
-        UiNotes(),
-        (NoteList{Str("HideAllUIExcept", "ProgramInfo"), Num("ProgramInfo-DTVChannelNum", 1),
-                  Str("ProgramInfo-DTVChannelName", "Das Erste HD"),
-                  Str("ProgramInfo-SatelliteName", "ASTRA 19.2E"),
-                  Str("ProgramInfo-DTV_GENRE", "Movie"), Str("ProgramInfo-TimeInfo", "20:15-21:45"),
-                  Str("ProgramInfo-TimeInfo", "41 min left")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+            HideAllUIExcept="ProgramInfo" ProgramInfo-DTVChannelNum=1
+            ProgramInfo-DTVChannelName="Das Erste HD" ProgramInfo-SatelliteName="ASTRA 19.2E"
+            ProgramInfo-DTV_GENRE="Movie" ProgramInfo-TimeInfo="20:15-21:45"
+            ProgramInfo-TimeInfo="41 min left"
+        )-"));
     ClearUiNotes();
     Advance(1);
     EXPECT_EQ(UiNotes(), NoteList{Num("ProgramInfo-Show", 0)});

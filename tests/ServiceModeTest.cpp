@@ -120,10 +120,10 @@ TEST_F(ServiceModeTest, AServiceCommandOpensTheEditorOnTheItemThePlatformHolds) 
     Store().Set(0x856, 5);
     Fm().m_bVersionMode = 1;
     Post(200);
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "DMode"), Num("DMode", 1),
-                                   Str("DMode-Option", "COLC VIDEO DYNA"),
-                                   Num("DMode-Value-Color", 1), Str("DMode-Addr", "0x0856"),
-                                   Str("DMode-Data", "05H"), Str("DMode-Bin", "00000101B")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="DMode" DMode=1 DMode-Option="COLC VIDEO DYNA" DMode-Value-Color=1
+        DMode-Addr="0x0856" DMode-Data="05H" DMode-Bin="00000101B"
+    )-"));
     EXPECT_EQ(Fm().m_bDModeOpen, 1);
     EXPECT_EQ(Fm().m_bVersionMode, 0) << "the page reset runs first";
     EXPECT_EQ(CallsOf({"MSrv_Factory_Cmd::SetFactoryOSDStatus", "MSrv_Factory_Cmd::Set_S_D_Mode",
@@ -137,9 +137,10 @@ TEST_F(ServiceModeTest, AServiceCommandOpensTheEditorOnTheItemThePlatformHolds) 
 TEST_F(ServiceModeTest, ACommandWhileOpenNeitherResetsNorHidesThePagesAgain) {
     OpenAt(0x800, 0x80);
     Post(200);
-    EXPECT_EQ(UiNotes(), (NoteList{Num("DMode", 1), Str("DMode-Option", "RCUT"),
-                                   Num("DMode-Value-Color", 1), Str("DMode-Addr", "0x0800"),
-                                   Str("DMode-Data", "80H"), Str("DMode-Bin", "10000000B")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        DMode=1 DMode-Option="RCUT" DMode-Value-Color=1 DMode-Addr="0x0800" DMode-Data="80H"
+        DMode-Bin="10000000B"
+    )-"));
     EXPECT_EQ(Journal().CountCalls("WebAppMgr_HidePage"), 0u);
 }
 

@@ -41,8 +41,8 @@ TEST_F(UiNotifyTest, FirstNotificationLoadsThePageAndEveryOneArrivesInOrder) {
     Fm().NotifyUI(0, "HideAllUIExcept", "SpeakerSNC");
     Fm().NotifyUI(0, "Negative", -12L);
     Fm().NotifyUI(0, "Zero", "0");
-    EXPECT_EQ(UiNotes(), (NoteList{Num("Version", 5), Str("HideAllUIExcept", "SpeakerSNC"),
-                                   Num("Negative", -12), Str("Zero", "0")}));
+    EXPECT_EQ(UiNotes(),
+              Notes(R"-(Version=5 HideAllUIExcept="SpeakerSNC" Negative=-12 Zero="0")-"));
     EXPECT_EQ(WebApp().Notes().at(1).text,
               "{ \"cmd\": \"HideAllUIExcept\", \"data\": \"SpeakerSNC\" }");
     EXPECT_EQ(LoadedPages(),
