@@ -206,24 +206,14 @@ TEST_P(PeqBandTest, StepsAndWraps) {
     EXPECT_EQ(Journal().CountCalls("MSrv_SSSound::SetPEQParam"), 0u);
 }
 
+// clang-format off
 const BandWalk kWalks[] = {
     {"SixteenWrapsBothWays", false, "LRR", {"7 (TV wall)", "0 (TV stand)", "1 (TV stand)"}},
-    {"SixteenWallToStand",
-     false,
-     "RRRRRRRRR",
-     {"1 (TV stand)", "2 (TV stand)", "3 (TV stand)", "4 (TV stand)", "5 (TV stand)",
-      "6 (TV stand)", "7 (TV stand)", "0 (TV wall)", "1 (TV wall)"}},
-    {"TwentyEightSkipsTwentyFive",
-     true,
-     "LLLRRR",
-     {"7 (HIGH wall)", "7 (LOW wall)", "6 (TV wall)", "7 (LOW wall)", "7 (HIGH wall)",
-      "0 (TV table)"}},
-    {"TwentyEightSkipsSeven",
-     true,
-     "RRRRRRRL",
-     {"1 (TV table)", "2 (TV table)", "3 (TV table)", "4 (TV table)", "5 (TV table)",
-      "6 (TV table)", "7 (LOW table)", "6 (TV table)"}},
+    {"SixteenWallToStand", false, "RRRRRRRRR", {"1 (TV stand)", "2 (TV stand)", "3 (TV stand)", "4 (TV stand)", "5 (TV stand)", "6 (TV stand)", "7 (TV stand)", "0 (TV wall)", "1 (TV wall)"}},
+    {"TwentyEightSkipsTwentyFive", true, "LLLRRR", {"7 (HIGH wall)", "7 (LOW wall)", "6 (TV wall)", "7 (LOW wall)", "7 (HIGH wall)", "0 (TV table)"}},
+    {"TwentyEightSkipsSeven", true, "RRRRRRRL", {"1 (TV table)", "2 (TV table)", "3 (TV table)", "4 (TV table)", "5 (TV table)", "6 (TV table)", "7 (LOW table)", "6 (TV table)"}},
 };
+// clang-format on
 
 INSTANTIATE_TEST_SUITE_P(Layouts, PeqBandTest, testing::ValuesIn(kWalks),
                          [](const auto& info) { return std::string(info.param.name); });

@@ -190,6 +190,7 @@ TEST_P(ServiceCommandTest, StepsTheValueAndStoresItThroughTheFactoryStore) {
 
 INSTANTIATE_TEST_SUITE_P(
     Commands, ServiceCommandTest,
+    // clang-format off
     testing::Values(
         CommandCase{"UpOne", 28, 0, 0, 5, 0, 10, 6, {}, "~~ ByStep TRUE"},
         CommandCase{"UpOneWrapsAtMax", 28, 0, 0, 10, 2, 10, 2, {}, "~~ ByStep TRUE"},
@@ -204,30 +205,13 @@ INSTANTIATE_TEST_SUITE_P(
         CommandCase{"DownFourAtMinPlus2Stays", 31, 0, 0, 4, 2, 10, 4, {}, "~~ ByStep FALSE"},
         CommandCase{"OutsideTheRangeStays", 28, 0, 0, 20, 0, 10, 20, {}, "~~ ByStep TRUE"},
         CommandCase{"StepWinsOverTheModeSelector", 28, 254, '3', 5, 0, 10, 6, {}, "~~ ByStep TRUE"},
-        CommandCase{"EDModeRewritesTheValue",
-                    0,
-                    254,
-                    '3',
-                    5,
-                    0,
-                    10,
-                    5,
-                    {Str("S-D", "D"), Num("S-Mode", 1)},
-                    "~~ /E/D-mode/ "},
-        CommandCase{"SModeRewritesTheValue",
-                    0,
-                    195,
-                    0,
-                    5,
-                    0,
-                    10,
-                    5,
-                    {Str("S-D", "S"), Num("S-Mode", 1)},
-                    "~~ /S-mode/ "},
+        CommandCase{"EDModeRewritesTheValue", 0, 254, '3', 5, 0, 10, 5, {Str("S-D", "D"), Num("S-Mode", 1)}, "~~ /E/D-mode/ "},
+        CommandCase{"SModeRewritesTheValue", 0, 195, 0, 5, 0, 10, 5, {Str("S-D", "S"), Num("S-Mode", 1)}, "~~ /S-mode/ "},
         CommandCase{"Rdrv", 0, 0, '3', 5, 0, 10, 5, {Num("S-Mode", 0)}, "~~ /RDRV/ "},
         CommandCase{"Bdrv", 0, 0, '4', 5, 0, 10, 5, {Num("S-Mode", 0)}, "~~ /BDRV/ "},
         CommandCase{"ReadBdrv", 0, 0, '5', 5, 0, 10, 5, {Num("S-Mode", 0)}, "~~ /Read BDRV/ "},
         CommandCase{"ReadRdrv", 0, 0, '6', 5, 0, 10, 5, {Num("S-Mode", 0)}, "~~ /Read RDRV/ "}),
+    // clang-format on
     [](const testing::TestParamInfo<CommandCase>& info) { return std::string(info.param.name); });
 
 TEST_F(ServiceModeTest, ServiceCommandsChangeReadOnlyItems) {

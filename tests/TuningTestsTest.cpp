@@ -197,41 +197,15 @@ TEST_P(FactoryConfigTest, WritingThenTheResultThenClosedTwoSecondsApart) {
 const Strings kToDtv = {"SetInputSource[28, 1, 0, 0]"};
 INSTANTIATE_TEST_SUITE_P(
     SubCodes, FactoryConfigTest,
+    // clang-format off
     testing::Values(
-        ConfigCase{
-            132,
-            {Str("HideAllUIExcept", "FactoryTuning"),
-             Str("Factory-Tuning", "Factory Tuning : Writing")},
-            {Str("Factory-Tuning", "Factory Tuning : Finished")},
-            {Num("Factory-Tuning-Show", 0)},
-            {"SetDLTVFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[0]"}},
-        ConfigCase{
-            204,
-            {Str("HideAllUIExcept", "FactorySetup"), Str("Factory-Tuning", "CH Preset Writing")},
-            {Str("Factory-Tuning", "CH Preset OK")},
-            {Num("Factory-Tuning-Show", 0)},
-            {"SetTCompanySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[3]"}},
-        ConfigCase{
-            5,
-            {Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1),
-             Str("CHPresetData", "CH Preset Writing")},
-            {Num("CHPreset", 1), Str("CHPresetData", "CH Preset OK")},
-            {Num("CHPreset", 0)},
-            {"SetOxbrindFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[1]"}},
-        ConfigCase{
-            6,
-            {Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1),
-             Str("CHPresetData", "CH Preset Writing")},
-            {Num("CHPreset", 1), Str("CHPresetData", "CH Preset OK")},
-            {Num("CHPreset", 0)},
-            {"SetDLTVFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[2]"}},
-        ConfigCase{133,
-                   {Str("HideAllUIExcept", "FactorySetup"),
-                    Str("Factory-Setup", "Factory Setup : Writing")},
-                   {Str("Factory-Setup", "Factory Setup : Finished")},
-                   {Num("Factory-Setup-Show", 0)},
-                   {kToDtv[0], "SetInputSource[1, 1, 0, 0]"}},
+        ConfigCase{132, {Str("HideAllUIExcept", "FactoryTuning"), Str("Factory-Tuning", "Factory Tuning : Writing")}, {Str("Factory-Tuning", "Factory Tuning : Finished")}, {Num("Factory-Tuning-Show", 0)}, {"SetDLTVFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[0]"}},
+        ConfigCase{204, {Str("HideAllUIExcept", "FactorySetup"), Str("Factory-Tuning", "CH Preset Writing")}, {Str("Factory-Tuning", "CH Preset OK")}, {Num("Factory-Tuning-Show", 0)}, {"SetTCompanySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[3]"}},
+        ConfigCase{5, {Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1), Str("CHPresetData", "CH Preset Writing")}, {Num("CHPreset", 1), Str("CHPresetData", "CH Preset OK")}, {Num("CHPreset", 0)}, {"SetOxbrindFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[1]"}},
+        ConfigCase{6, {Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1), Str("CHPresetData", "CH Preset Writing")}, {Num("CHPreset", 1), Str("CHPresetData", "CH Preset OK")}, {Num("CHPreset", 0)}, {"SetDLTVFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[2]"}},
+        ConfigCase{133, {Str("HideAllUIExcept", "FactorySetup"), Str("Factory-Setup", "Factory Setup : Writing")}, {Str("Factory-Setup", "Factory Setup : Finished")}, {Num("Factory-Setup-Show", 0)}, {kToDtv[0], "SetInputSource[1, 1, 0, 0]"}},
         ConfigCase{77, {}, {}, {}, {}}));
+// clang-format on
 
 TEST_F(FactoryConfigTest, WithTheFixtureHoldingTheScreenOnlyFactoryTuningShows) {
     Tv().Get<sim::StationState>().uartUi = false;

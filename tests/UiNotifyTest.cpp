@@ -170,20 +170,14 @@ TEST_P(KeyWritingPageTest, LoadsItsPageAndTellsTheHost) {
 
 INSTANTIATE_TEST_SUITE_P(
     UiNotify, KeyWritingPageTest,
+    // clang-format off
     ::testing::Values(
-        StatusPage{0,
-                   "file:///applications/factory/"
-                   "factory-ui-static.html?cmd=key-writing-start",
-                   {73731}},
-        StatusPage{1,
-                   "file:///applications/factory/"
-                   "factory-ui-static.html?cmd=key-writing-success",
-                   {}},
-        StatusPage{
-            2, "file:///applications/factory/factory-ui-static.html?cmd=key-writing-fail", {}},
-        StatusPage{
-            3, "file:///applications/factory/factory-ui-static.html?cmd=key-writing-off", {73730}},
+        StatusPage{0, "file:///applications/factory/" "factory-ui-static.html?cmd=key-writing-start", {73731}},
+        StatusPage{1, "file:///applications/factory/" "factory-ui-static.html?cmd=key-writing-success", {}},
+        StatusPage{2, "file:///applications/factory/factory-ui-static.html?cmd=key-writing-fail", {}},
+        StatusPage{3, "file:///applications/factory/factory-ui-static.html?cmd=key-writing-off", {73730}},
         StatusPage{4, nullptr, {}}));
+// clang-format on
 
 TEST_F(UiNotifyTest, SerialNumberPagesByStatus) {
     const char* expected[] = {"start", "success", "fail"};
