@@ -145,6 +145,7 @@ const PageRow kPages[] = {
     {"Timing3D", 268, 0, FactoryKey::Exit, 0, "Reset reset osd0 zyt1 hide1 osd1 HideAllUIExcept=\"3DTimingAdjust\" 3DTimingAdjust-Show=1", "osd0 zyt0 show1 zyt0 show1 3DTimingAdjust-Show=0"},
     {"AudioAdv", 269, 0, FactoryKey::Exit, 0, "Reset reset osd0 zyt1 hide1 osd1 HideAllUIExcept=\"AudioADV\" AudioADV-Show=1", "osd0 zyt0 show1 zyt0 show1 AudioADV-Show=0"},
     {"NinePoint", 257, 0, FactoryKey::Exit, 0, "Reset reset osd0 zyt1 hide1 HideAllUIExcept=\"9-Point Pattern\"", "zyt0 show1 9-Point-Pattern-Show=0"},
+    {"Shipout", 213, 0, 0, 10000, "Reset reset osd0 host73734 HideAllUIExcept=\"USAShipout\"", ""},
     {"LnbPower", 230, 169, 0, 2000, "Reset reset osd0 HideAllUIExcept=\"LNBPowerSwitch\" LNB-power-show=\"LNB Power: OFF\"", "zyt0 show1 LNB-power-hide=0"},
     {"Tone22k", 230, 218, 0, 2000, "Reset reset osd0 HideAllUIExcept=\"22kHzTone\"", "zyt0 show1 22kHz-Tone-Show=0"},
     {"DiSEqC", 230, 213, 0, 2000, "Reset reset osd0 HideAllUIExcept=\"DiSEqCSwitching\"", "zyt0 show1 DiSEqC-Switching-Show=0"},
