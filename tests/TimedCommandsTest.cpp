@@ -277,6 +277,7 @@ TEST_F(TimedCommandTest, WhiteWindowShowsItsCodeForFiveSecondsAndOpensWithTheEve
     EXPECT_EQ(TakeNotes(), NoteList{Num("White-Window-ON-Show", 0)});
 
     Post(244, 0, 7);
+    EXPECT_EQ(Calls("MEvtHandle::SetTimer").back(), "[100, 45, 0]") << "a repeating tick";
     Advance(99);
     EXPECT_EQ(Journal().CountCalls("MSrv_Factory_Cmd::_HandleFactoryEvent"), 0u);
     Advance(1);
