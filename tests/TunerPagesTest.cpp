@@ -64,6 +64,9 @@ TEST_F(TunerPagesTest, DemoSetShowsTheDvbt2ChannelAfterTheSettlingWait) {
     )-"));
     EXPECT_EQ(Calls("MsOS_DelayTask"), std::vector<std::string>{"[3000]"});
     EXPECT_EQ(Fm().m_u8VersionPage, 3);
+    const auto timers = Calls("MEvtHandle::SetTimer");
+    EXPECT_NE(std::find(timers.begin(), timers.end(), "[1000, 57, 0]"), timers.end())
+        << "the redraw repeats every second";
 }
 
 TEST_F(TunerPagesTest, PageRedrawsEverySecondWithTheCurrentReadingsUntilLeft) {
