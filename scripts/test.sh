@@ -27,4 +27,16 @@ export ASAN_OPTIONS="${ASAN_OPTIONS:-abort_on_error=0:detect_leaks=1}"
 [ -f "$root/tests/tsan.supp" ] && export TSAN_OPTIONS="suppressions=$root/tests/tsan.supp:halt_on_error=1"
 args=(--test-dir "$build" --output-on-failure -j2)
 [ -n "$tests" ] && args+=(-R "$tests")
-ctest "${args[@]}"
+status=0
+ctest "${args[@]}" || status=$?
+
+# Tests against code, in physical lines of the tracked files (images left out).
+lines() {
+  git -C "$root" ls-files -- "$@" | grep -viE '\.(png|jpe?g|gif|bmp)$' |
+    (cd "$root" && xargs -d '\n' cat) | wc -l
+}
+tests_lines=$(lines tests)
+code_lines=$(lines factorymanager platform tools ui bench scripts cmake CMakeLists.txt .ci examples)
+awk -v t="$tests_lines" -v c="$code_lines" \
+  'BEGIN { printf "tests/code: %d / %d lines = %.2f\n", t, c, t / c }'
+exit $status

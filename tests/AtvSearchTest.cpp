@@ -421,4 +421,16 @@ INSTANTIATE_TEST_SUITE_P(BlueScreen, AtvExitTest,
                                          ExitCase{false, 1, false, false},
                                          ExitCase{true, 0, false, false}));
 
+// The page that closes is the one of the last run's way, whichever key opened it.
+TEST_F(AtvSearchTest, ExitAfterADownwardRunClosesTheDownwardPage) {
+    Tuner().stations = {112250, 140250};
+    Tuner().currentProgram = 2;
+    Tuner().frequencyKHz = 140250;
+    Open(1);
+    Advance(10000);
+    ClearUiNotes();
+    EXPECT_EQ(Fm().FactoryDoKeyAction(FactoryKey::Exit), 1);
+    EXPECT_EQ(UiNotes(), NoteList{Num("ATV-Tunning-Down-Search-Show", 0)});
+}
+
 }  // namespace

@@ -36,8 +36,9 @@ protected:
 
 TEST_F(AudioADVTest, OpensOnTheCommandField) {
     Open();
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "AudioADV"),
-                                   Num("AudioADV-Param1-highlight", 1), Num("AudioADV-Show", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="AudioADV" AudioADV-Param1-highlight=1 AudioADV-Show=1
+    )-"));
     EXPECT_EQ(Fm().m_bAudioADVMode, 1);
 }
 
@@ -46,8 +47,7 @@ TEST_F(AudioADVTest, AFieldKeepsTheLastTwoDigits) {
     Press(FactoryKey::Down);
     ClearUiNotes();
     Type("123");
-    EXPECT_EQ(UiNotes(), (NoteList{Num("AudioADV-Param2", 1), Num("AudioADV-Param2", 12),
-                                   Num("AudioADV-Param2", 23)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(AudioADV-Param2=1 AudioADV-Param2=12 AudioADV-Param2=23)-"));
 }
 
 TEST_F(AudioADVTest, ReopeningKeepsTheValuesUntilTheFirstDigit) {
@@ -68,11 +68,11 @@ TEST_F(AudioADVTest, UpAndDownWrapOverTheFourItems) {
     Press(FactoryKey::Up);
     Press(FactoryKey::Down);
     Press(FactoryKey::Down);
-    EXPECT_EQ(UiNotes(),
-              (NoteList{Num("AudioADV-Param1-highlight", 0), Num("AudioADV-OK-highlight", 1),
-                        Num("AudioADV-OK-highlight", 0), Num("AudioADV-Param3-highlight", 1),
-                        Num("AudioADV-Param3-highlight", 0), Num("AudioADV-OK-highlight", 1),
-                        Num("AudioADV-OK-highlight", 0), Num("AudioADV-Param1-highlight", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+                  AudioADV-Param1-highlight=0 AudioADV-OK-highlight=1 AudioADV-OK-highlight=0
+                  AudioADV-Param3-highlight=1 AudioADV-Param3-highlight=0
+                  AudioADV-OK-highlight=1 AudioADV-OK-highlight=0 AudioADV-Param1-highlight=1
+              )-"));
     // On OK the digits go nowhere.
     Press(FactoryKey::Up);
     ClearUiNotes();

@@ -47,9 +47,11 @@ void Edid(FactoryLinesTest& t, bool pass) {
     t.Event(233);
 }
 
-void Satellite(FactoryLinesTest& t, unsigned sub) {
+// The demo set's LNB supply and DiSEqC switch byte is on, its tone off.
+void Satellite(FactoryLinesTest& t, unsigned sub, MAPI_U8 lnb = 1, bool toneFails = true) {
     t.Set().Get<sim::FrontEndState>().routeTypes = {{2, 4, 0, 0}};
-    t.Set().Get<sim::FrontEndState>().dish22kFails = true;
+    t.Set().Get<sim::FrontEndState>().dish22kFails = toneFails;
+    t.Set().Get<sim::MModeState>().user.u8LNBPower = lnb;
     t.Event(230, sub);
 }
 
@@ -71,40 +73,26 @@ TEST_P(FactoryLinesTest, ShownOnlyInMMode) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    AllLines, FactoryLinesTest,
-    testing::Combine(
-        testing::Values(LineCase{"AdcOk", [](auto& t) { Adc(t, 1); }, "\n(FACTORY:) AD RGB OK  \n",
-                                 "(FACTORY:) AD RGB OK "},
-                        LineCase{"AdcNg", [](auto& t) { Adc(t, 2); }, "\n(FACTORY:) AD RGB NG  \n",
-                                 "(FACTORY:) AD RGB NG "},
-                        LineCase{"VgaEdidOk", [](auto& t) { Edid(t, true); },
-                                 "\n(FACTORY:) VGA EDID OK  \n", "(FACTORY:) VGA EDID OK "},
-                        LineCase{"VgaEdidNg", [](auto& t) { Edid(t, false); },
-                                 "\n(FACTORY:) VGA EDID NG  \n", " (FACTORY:) VGA EDID NG "},
-                        LineCase{"LnbOff", [](auto& t) { Satellite(t, 169); },
-                                 "\n(FACTORY:) LNB Off \n", "(FACTORY:) LNB Off"},
-                        LineCase{"ToneOnFail", [](auto& t) { Satellite(t, 218); },
-                                 "\n(FACTORY:) 22kHz Tone On fail \n",
-                                 "(FACTORY:) 22kHz Tone On fail"},
-                        LineCase{"DiseqcA", [](auto& t) { Satellite(t, 213); },
-                                 "\n(FACTORY:) DiSEqC SW A \n", "(FACTORY:) DiSEqC SW A"},
-                        LineCase{"HdmiSwitchDown",
-                                 [](auto& t) {
-                                     t.Event(236, 0x85);
-                                     t.Run(11000);
-                                 },
-                                 "\n(FACTORY:) HDMI SWITCH DOWN\n", ""},
-                        LineCase{"CiOk", [](auto& t) { Ci(t, true); }, "\n(FACTORY:) CI test OK \n",
-                                 "(FACTORY:) CI test OK"},
-                        LineCase{"CiNg", [](auto& t) { Ci(t, false); },
-                                 "\n(FACTORY:) CI test NG \n", "(FACTORY:) CI test NG"},
-                        LineCase{"MediaPlayer", [](auto& t) { t.Event(241); },
-                                 "\n(FACTORY:) M-Player On \n", "(FACTORY:) M-Player On"}),
-        testing::Bool()),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(AllLines, FactoryLinesTest, testing::Combine(testing::Values(
+    LineCase{"AdcOk", [](auto& t) { Adc(t, 1); }, "\n(FACTORY:) AD RGB OK  \n", "(FACTORY:) AD RGB OK "},
+    LineCase{"AdcNg", [](auto& t) { Adc(t, 2); }, "\n(FACTORY:) AD RGB NG  \n", "(FACTORY:) AD RGB NG "},
+    LineCase{"VgaEdidOk", [](auto& t) { Edid(t, true); }, "\n(FACTORY:) VGA EDID OK  \n", "(FACTORY:) VGA EDID OK "},
+    LineCase{"VgaEdidNg", [](auto& t) { Edid(t, false); }, "\n(FACTORY:) VGA EDID NG  \n", " (FACTORY:) VGA EDID NG "},
+    LineCase{"LnbOff", [](auto& t) { Satellite(t, 169); }, "\n(FACTORY:) LNB Off \n", "(FACTORY:) LNB Off"},
+    LineCase{"LnbOn", [](auto& t) { Satellite(t, 169, 0); }, "\n(FACTORY:) LNB On \n", "(FACTORY:) LNB On"},
+    LineCase{"ToneOnFail", [](auto& t) { Satellite(t, 218); }, "\n(FACTORY:) 22kHz Tone On fail \n", "(FACTORY:) 22kHz Tone On fail"},
+    LineCase{"ToneOn", [](auto& t) { Satellite(t, 218, 1, false); }, "\n(FACTORY:) 22kHz Tone On \n", "(FACTORY:) 22kHz Tone On"},
+    LineCase{"DiseqcA", [](auto& t) { Satellite(t, 213); }, "\n(FACTORY:) DiSEqC SW A \n", "(FACTORY:) DiSEqC SW A"},
+    LineCase{"DiseqcB", [](auto& t) { Satellite(t, 213, 0); }, "\n(FACTORY:) DiSEqC SW B \n", "(FACTORY:) DiSEqC SW B"},
+    LineCase{"HdmiSwitchDown", [](auto& t) { t.Event(236, 0x85); t.Run(11000); }, "\n(FACTORY:) HDMI SWITCH DOWN\n", ""},
+    LineCase{"CiOk", [](auto& t) { Ci(t, true); }, "\n(FACTORY:) CI test OK \n", "(FACTORY:) CI test OK"},
+    LineCase{"CiNg", [](auto& t) { Ci(t, false); }, "\n(FACTORY:) CI test NG \n", "(FACTORY:) CI test NG"},
+    LineCase{"MediaPlayer", [](auto& t) { t.Event(241); }, "\n(FACTORY:) M-Player On \n", "(FACTORY:) M-Player On"}),
+    testing::Bool()),
     [](const auto& info) {
-        return std::string(std::get<0>(info.param).name) +
-               (std::get<1>(info.param) ? "_MMode" : "_Consumer");
+        return std::string(std::get<0>(info.param).name) + (std::get<1>(info.param) ? "_MMode" : "_Consumer");
     });
+// clang-format on
 
 }  // namespace

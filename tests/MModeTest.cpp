@@ -136,8 +136,9 @@ TEST_P(VolumeTest, StoredWithTheChannelOrHeardAtOnce) {
         EXPECT_EQ(Journal().CountCalls("MSrv_System_Database::SetAudioSetting"), 0u);
     }
     EXPECT_FALSE(MMode().volumeRequest);
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "volume"), Num("set-volume", 65),
-                                   Num("set-volumeBar", 65), Num("volume", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="volume" set-volume=65 set-volumeBar=65 volume=1
+    )-"));
     EXPECT_EQ(CallOrder({"MEvtHandle::"}),
               (std::vector<std::string>{"MEvtHandle::KillTimer[66]",
                                         "MEvtHandle::SetTimer[3000, 66, 1]"}));
@@ -245,8 +246,10 @@ TEST_F(MModeTest, PanelKeysBecomeKeyNamesForTheWebUi) {
                               FactoryKey::PanelPower}) {
         EXPECT_EQ(Fm().FactoryDoKeyAction(key), 1);
     }
-    EXPECT_EQ(UiNotes(), (NoteList{Str("M-Mode-Key", "FUNCTION KEY"), Str("M-Mode-Key", "DOWN KEY"),
-                                   Str("M-Mode-Key", "UP KEY"), Str("M-Mode-Key", "POWER KEY")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        M-Mode-Key="FUNCTION KEY" M-Mode-Key="DOWN KEY" M-Mode-Key="UP KEY"
+        M-Mode-Key="POWER KEY"
+    )-"));
     EXPECT_EQ(Calls("WebAppMgr_HidePage"), std::vector<std::string>(4, "[1]"));
     Fm().OnEvent_FactoryM_ModeAction(4);
     EXPECT_EQ(UiNotes().size(), 4u) << "no name for other actions";
@@ -264,9 +267,10 @@ TEST_F(MModeTest, SerialNumberStatusForTheBarcodeReader) {
     Fm().ShowFactorySerialNumStatus(2);
     EXPECT_EQ(Calls("WebAppMgr_ShowPage"), std::vector<std::string>{"[1]"});
     Fm().CloseFactorySerialNumOSD();
-    EXPECT_EQ(UiNotes(), (NoteList{Str("SerialNum-Ready", "Serial No. Ready. Plug Barcode Reader"),
-                                   Str("SerialNum-Ready", "OK!! Serial No: AB345678901234"),
-                                   Num("SerialNum-Show", 0), Num("SerialNum-Show", 0)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        SerialNum-Ready="Serial No. Ready. Plug Barcode Reader"
+        SerialNum-Ready="OK!! Serial No: AB345678901234" SerialNum-Show=0 SerialNum-Show=0
+    )-"));
 }
 
 TEST_F(MModeTest, AFifteenCharacterSerialIsCutToFourteen) {

@@ -29,10 +29,10 @@ TEST_F(NetworkTest, WlanRunWithAPassingFullTestShowsOkWithSignalForTenSeconds) {
     Wlan().rssi1 = -38;
     Wlan().rssi2 = -51;
     Post(251, 0, 2);
-    EXPECT_EQ(TakeNotes(),
-              (NoteList{Str("HideAllUIExcept", "WLANTest"), Num("WLANPrepare-Show", 0),
-                        Str("WLANTest-TEST-RSSI", ""), Num("WLANTest-Show", 0),
-                        Num("WLANTest-NG-Show", 0), Str("WLANTest-OK-RSSI", "-38, -51")}));
+    EXPECT_EQ(TakeNotes(), Notes(R"-(
+                  HideAllUIExcept="WLANTest" WLANPrepare-Show=0 WLANTest-TEST-RSSI=""
+                  WLANTest-Show=0 WLANTest-NG-Show=0 WLANTest-OK-RSSI="-38, -51"
+              )-"));
     EXPECT_EQ(Journal().CountCalls("MSrv_Factory_Cmd::WLAN_Full_Test"), 1u);
     EXPECT_EQ(Fm().m_bIsWLANTesting, 1);
     Advance(9999);
@@ -77,8 +77,9 @@ TEST_F(NetworkTest, WlanPreparingThenTheStationsVerdictKeepsOnePage) {
               (NoteList{Str("HideAllUIExcept", "WLANTest"), Str("WLAN-PREPARING-RSSI", "")}));
     EXPECT_EQ(Journal().CountCalls("MEvtHandle::SetTimer"), 0u);
     Post(251, 0, 0);
-    EXPECT_EQ(TakeNotes(), (NoteList{Num("WLANTest-Show", 0), Num("WLANTest-NG-Show", 0),
-                                     Str("WLANTest-OK-RSSI", "-42, -47")}))
+    EXPECT_EQ(TakeNotes(), Notes(R"-(
+        WLANTest-Show=0 WLANTest-NG-Show=0 WLANTest-OK-RSSI="-42, -47"
+    )-"))
         << "the page is already up";
     EXPECT_EQ(Journal().CountCalls("MSrv_Factory_Cmd::WLAN_Full_Test"), 0u);
     EXPECT_EQ(Calls("MEvtHandle::SetTimer"), std::vector<std::string>{"[10000, 53, 1]"});
@@ -244,10 +245,10 @@ TEST_F(NetworkTest, MacCheckIsNgOnlyForTheAllZeroAddress) {
 TEST_F(NetworkTest, ApScanListsEachAccessPointUntilTheExitKey) {
     Wlan().accessPoints = {{"LINE 5", 86}, {"Office-2.4", 7}};
     Post(362);
-    EXPECT_EQ(TakeNotes(),
-              (NoteList{Str("HideAllUIExcept", "WLANAPScan"), Str("WLAN-AP-Scan", "Scanning"),
-                        Str("WLAN-AP-Row", "LINE 5\t86%"), Str("WLAN-AP-Row", "Office-2.4\t7%"),
-                        Str("WLAN-AP-Scan", "Access points : 2")}));
+    EXPECT_EQ(TakeNotes(), Notes(R"-(
+                  HideAllUIExcept="WLANAPScan" WLAN-AP-Scan="Scanning" WLAN-AP-Row="LINE 5	86%"
+                  WLAN-AP-Row="Office-2.4	7%" WLAN-AP-Scan="Access points : 2"
+              )-"));
     EXPECT_EQ(Fm().m_bAPListShown, 1);
     Advance(60000);
     EXPECT_EQ(TakeNotes(), NoteList{});

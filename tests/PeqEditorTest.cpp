@@ -148,13 +148,12 @@ protected:
 TEST_F(PeqTest, OpensOnBandZeroWithItsStoredValues) {
     StoreRecord(0, {12, 34, 0x00, 0x00, 100, 2});  // Q word 0: below the bias
     Open(false);
-    EXPECT_EQ(UiNotes(),
-              (NoteList{Str("HideAllUIExcept", "PEQ"), Str("PEQ-Band", "0 (TV stand)"),
-                        Str("PEQ-Filter-Mode", "HPF"), Num("PEQ-f0", 1200), Num("PEQ-f0Div100", 34),
-                        Num("PEQ-QX10", 5), Num("PEQ-GainX10", -20), Num("PEQ-Band-highlight", 1),
-                        Num("PEQ-Filter-Mode-highlight", 0), Num("PEQ-f0-highlight", 0),
-                        Num("PEQ-f0Div100-highlight", 0), Num("PEQ-QX10-highlight", 0),
-                        Num("PEQ-GainX10-highlight", 0)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+                  HideAllUIExcept="PEQ" PEQ-Band="0 (TV stand)" PEQ-Filter-Mode="HPF"
+                  PEQ-f0=1200 PEQ-f0Div100=34 PEQ-QX10=5 PEQ-GainX10=-20 PEQ-Band-highlight=1
+                  PEQ-Filter-Mode-highlight=0 PEQ-f0-highlight=0 PEQ-f0Div100-highlight=0
+                  PEQ-QX10-highlight=0 PEQ-GainX10-highlight=0
+              )-"));
     EXPECT_EQ(Calls("MSrv_Factory_Default::msAPI_rmBurstReadBytes"),
               (std::vector<std::string>{"[3468, 96]"}));
     EXPECT_TRUE(Tv().Get<sim::MModeState>().factoryOsd);
@@ -171,10 +170,10 @@ TEST_F(PeqTest, UpAndDownWrapOverTheSixItems) {
     Open(false);
     ClearUiNotes();
     Press(FactoryKey::Up);
-    EXPECT_EQ(UiNotes(),
-              (NoteList{Num("PEQ-Band-highlight", 0), Num("PEQ-Filter-Mode-highlight", 0),
-                        Num("PEQ-f0-highlight", 0), Num("PEQ-f0Div100-highlight", 0),
-                        Num("PEQ-QX10-highlight", 0), Num("PEQ-GainX10-highlight", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+                  PEQ-Band-highlight=0 PEQ-Filter-Mode-highlight=0 PEQ-f0-highlight=0
+                  PEQ-f0Div100-highlight=0 PEQ-QX10-highlight=0 PEQ-GainX10-highlight=1
+              )-"));
     Press(FactoryKey::Down);
     EXPECT_EQ(UiNotes().at(6), Num("PEQ-Band-highlight", 1));
     EXPECT_EQ(Fm().m_u8PEQHighlight, 0);
@@ -207,24 +206,14 @@ TEST_P(PeqBandTest, StepsAndWraps) {
     EXPECT_EQ(Journal().CountCalls("MSrv_SSSound::SetPEQParam"), 0u);
 }
 
+// clang-format off
 const BandWalk kWalks[] = {
     {"SixteenWrapsBothWays", false, "LRR", {"7 (TV wall)", "0 (TV stand)", "1 (TV stand)"}},
-    {"SixteenWallToStand",
-     false,
-     "RRRRRRRRR",
-     {"1 (TV stand)", "2 (TV stand)", "3 (TV stand)", "4 (TV stand)", "5 (TV stand)",
-      "6 (TV stand)", "7 (TV stand)", "0 (TV wall)", "1 (TV wall)"}},
-    {"TwentyEightSkipsTwentyFive",
-     true,
-     "LLLRRR",
-     {"7 (HIGH wall)", "7 (LOW wall)", "6 (TV wall)", "7 (LOW wall)", "7 (HIGH wall)",
-      "0 (TV table)"}},
-    {"TwentyEightSkipsSeven",
-     true,
-     "RRRRRRRL",
-     {"1 (TV table)", "2 (TV table)", "3 (TV table)", "4 (TV table)", "5 (TV table)",
-      "6 (TV table)", "7 (LOW table)", "6 (TV table)"}},
+    {"SixteenWallToStand", false, "RRRRRRRRR", {"1 (TV stand)", "2 (TV stand)", "3 (TV stand)", "4 (TV stand)", "5 (TV stand)", "6 (TV stand)", "7 (TV stand)", "0 (TV wall)", "1 (TV wall)"}},
+    {"TwentyEightSkipsTwentyFive", true, "LLLRRR", {"7 (HIGH wall)", "7 (LOW wall)", "6 (TV wall)", "7 (LOW wall)", "7 (HIGH wall)", "0 (TV table)"}},
+    {"TwentyEightSkipsSeven", true, "RRRRRRRL", {"1 (TV table)", "2 (TV table)", "3 (TV table)", "4 (TV table)", "5 (TV table)", "6 (TV table)", "7 (LOW table)", "6 (TV table)"}},
 };
+// clang-format on
 
 INSTANTIATE_TEST_SUITE_P(Layouts, PeqBandTest, testing::ValuesIn(kWalks),
                          [](const auto& info) { return std::string(info.param.name); });
@@ -234,9 +223,10 @@ TEST_F(PeqTest, ABandChangeLoadsAndShowsTheNewBand) {
     Open(false);
     Select(0, 0);
     Press(kRight);
-    EXPECT_EQ(UiNotes(), (NoteList{Num("PEQ-f0", 700), Str("PEQ-Filter-Mode", "PEQ"),
-                                   Num("PEQ-f0Div100", 8), Num("PEQ-QX10", 9),
-                                   Num("PEQ-GainX10", 10), Str("PEQ-Band", "1 (TV stand)")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        PEQ-f0=700 PEQ-Filter-Mode="PEQ" PEQ-f0Div100=8 PEQ-QX10=9 PEQ-GainX10=10
+        PEQ-Band="1 (TV stand)"
+    )-"));
 }
 
 // Every other item at both ends, both directions, in both layouts: what is shown
@@ -382,9 +372,19 @@ TEST_F(PeqTest, ExitKeysCloseThePage) {
         EXPECT_EQ(Fm().m_bPEQMode, 0);
         EXPECT_FALSE(Tv().Get<sim::MModeState>().factoryOsd);
     }
+}
+
+// The editor says which keys it used; the dispatcher consumes every key while it is up.
+TEST_F(PeqTest, TheEditorReportsItsKeysAndTheDispatcherKeepsThemAll) {
+    const std::pair<unsigned long, MAPI_BOOL> kUsed[] = {
+        {0xF000, 1}, {0xF001, 1}, {FactoryKey::Up, 1}, {FactoryKey::Down, 1}, {'5', 0}, {13, 0}};
     Open(false);
-    EXPECT_EQ(Fm().PEQProcessKey('5'), 0);
-    EXPECT_EQ(Fm().m_bPEQMode, 1);
+    for (const auto& [key, used] : kUsed) {
+        EXPECT_EQ(Fm().PEQProcessKey(key), used) << key;
+        EXPECT_EQ(Fm().FactoryDoKeyAction(key), 1) << key;
+    }
+    EXPECT_EQ(Fm().PEQProcessKey(FactoryKey::Exit), 1);
+    EXPECT_EQ(Fm().m_bPEQMode, 0);
 }
 
 }  // namespace

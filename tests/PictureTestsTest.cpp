@@ -50,6 +50,18 @@ INSTANTIATE_TEST_SUITE_P(Cycles, AgingCycleTest,
                                                    {"Red@0", "Green@1000", "Blue@2000",
                                                     "Black@3000", "White@4000", "Red@5000"}}));
 
+// Another page's reset clears the running flag; the next tick sets it again, so that
+// pattern off still finds the burn-in running and stops it.
+TEST_P(AgingCycleTest, PatternOffStopsItEvenAfterAnotherPagesReset) {
+    Post(GetParam().event);
+    Post(252);  // the dynamic picture page resets every page state
+    Advance(1000);
+    Post(211);
+    Journal().Clear();
+    Advance(5000);
+    EXPECT_TRUE(Rasters().empty());
+}
+
 TEST_F(PictureTest, AnEightHourBurnInResumedAfterPowerOffStopsOnPatternOff) {
     Panel().agingMode = 4;
     EXPECT_EQ(Fm().DoAgingModeAction(), 1);
@@ -179,10 +191,10 @@ TEST_F(PictureTest, SensorValueIsReadEverySecondUntilTheExitKey) {
     Advance(1);
     Panel().lightSensorOk = false;
     Advance(1000);
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "AutoBrightnessSensorValue"),
-                                   Num("AutoBrightness-Sensor-Value", 312),
-                                   Num("AutoBrightness-Sensor-Value", 40),
-                                   Str("AutoBrightness-Sensor-Value", "NG")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="AutoBrightnessSensorValue" AutoBrightness-Sensor-Value=312
+        AutoBrightness-Sensor-Value=40 AutoBrightness-Sensor-Value="NG"
+    )-"));
     EXPECT_EQ(Key(FactoryKey::Exit), 1);
     Advance(5000);
     EXPECT_EQ(UiNotes().back(), Num("AutoBrightnessSensorValue-Show", 0));
@@ -220,9 +232,10 @@ TEST_F(PictureTest, ChecksStepOnEachEventAndPutTheSetBackOnExit) {
     for (int i = 0; i < 4; ++i) {
         Post(198);
     }
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "AudioBalanceCheck"),
-                                   Str("Audio-Balance", "Left"), Str("Audio-Balance", "Right"),
-                                   Str("Audio-Balance", "Center"), Str("Audio-Balance", "Left")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="AudioBalanceCheck" Audio-Balance="Left" Audio-Balance="Right"
+        Audio-Balance="Center" Audio-Balance="Left"
+    )-"));
     EXPECT_EQ(Key(FactoryKey::PanelExit), 1);
     EXPECT_EQ(Calls("MSrv_SSSound::SetBalance"), (Strings{"[0]", "[100]", "[50]", "[0]", "[50]"}));
     EXPECT_EQ(UiNotes().back(), Num("AudioBalanceCheck-Show", 0));

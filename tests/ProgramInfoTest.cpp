@@ -42,13 +42,12 @@ TEST_F(ProgramInfoTest, ADigitalSatelliteBannerShowsEveryFieldForFiveSeconds) {
     Info().eitDuration = 3000;  // 2400 s left: 41 minutes counting the started one
     DirectCH();
     Advance(4999);
-    EXPECT_EQ(
-        UiNotes(),
-        (NoteList{Str("HideAllUIExcept", "ProgramInfo"), Num("ProgramInfo-DTVChannelNum", 1),
-                  Str("ProgramInfo-DTVChannelName", "Das Erste HD"),
-                  Str("ProgramInfo-SatelliteName", "ASTRA 19.2E"),
-                  Str("ProgramInfo-DTV_GENRE", "Movie"), Str("ProgramInfo-TimeInfo", "20:15-21:45"),
-                  Str("ProgramInfo-TimeInfo", "41 min left")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+            HideAllUIExcept="ProgramInfo" ProgramInfo-DTVChannelNum=1
+            ProgramInfo-DTVChannelName="Das Erste HD" ProgramInfo-SatelliteName="ASTRA 19.2E"
+            ProgramInfo-DTV_GENRE="Movie" ProgramInfo-TimeInfo="20:15-21:45"
+            ProgramInfo-TimeInfo="41 min left"
+        )-"));
     ClearUiNotes();
     Advance(1);
     EXPECT_EQ(UiNotes(), NoteList{Num("ProgramInfo-Show", 0)});
@@ -130,15 +129,27 @@ TEST_F(ProgramInfoTest, AnOutOfRangeTimeShowsZerosAndNoEventShowsAnEmptyLine) {
 }
 
 TEST_F(ProgramInfoTest, SatelliteNamesComeFromTheDisplayTable) {
+    const std::pair<const char*, const char*> kShown[] = {
+        {"Astra 19.2E", "ASTRA 19.2E"},
+        {"Astra 23.5E", "ASTRA 23.5E"},
+        {"Astra 28.2E", "ASTRA 28.2E"},
+        {"Astra 4.8E", "ASTRA 4.8E"},
+        {"Eutelsat 7.0E", "Eutelsat 7.0E"},
+        {"Turksat 42.0E", "Turksat 42.0E"},
+        {"Hispasat 30.0W", "Hispasat 30.0W"},
+        {"Hotbird 13.0E", "Hotbird 13.0E"},
+        {"Thor 0.8W", "Thor 0.8W / Intelsat 1.0W"},
+        {"UserSat1", "UserSat1"},
+        {"UserSat2", "UserSat2"},
+        {"Amazonas 61.0W", "Amazonas 61.0W"},
+        {"astra 19.2E", "astra 19.2E"}};
     OnSatellite();
-    Sat().currentSatellite = 2;
-    DirectCH();
-    EXPECT_EQ(Sent("ProgramInfo-SatelliteName"),
-              std::vector<std::string>{"Thor 0.8W / Intelsat 1.0W"});
-    ClearUiNotes();
-    Sat().satellites[2].name = "Amazonas 61.0W";
-    DirectCH();
-    EXPECT_EQ(Sent("ProgramInfo-SatelliteName"), std::vector<std::string>{"Amazonas 61.0W"});
+    for (const auto& [name, shown] : kShown) {
+        Sat().satellites[Sat().currentSatellite].name = name;
+        ClearUiNotes();
+        DirectCH();
+        EXPECT_EQ(Sent("ProgramInfo-SatelliteName"), std::vector<std::string>{shown}) << name;
+    }
 }
 
 TEST_F(ProgramInfoTest, AnUnnamedServiceIsANewProgramOnlyOnRouteTypeTwo) {

@@ -10,31 +10,12 @@
 
 #include "FactoryManager.h"
 #include "SetFixture.h"
+#include "SimAllocation.h"
 #include "SimFactoryStore.h"
 #include "SimNetwork.h"
 #include "SimPlayers.h"
 #include "SimSSSound.h"
 #include "SimSystemInfo.h"
-
-// Array allocations of the whole test program go through here, so that a test can
-// make the non-throwing form fail. Every array form maps to malloc/free, so the
-// sanitizers still see matching pairs.
-// Not file-local: the AT record suite fails its readers' buffers through it too.
-bool g_failNothrowArrayNew = false;
-
-void* operator new[](std::size_t size) {
-    void* p = std::malloc(size ? size : 1);
-    if (p == nullptr) {
-        throw std::bad_alloc();
-    }
-    return p;
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return g_failNothrowArrayNew ? nullptr : std::malloc(size ? size : 1);
-}
-void operator delete[](void* p) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
 
 namespace {
 
@@ -78,76 +59,39 @@ T& S(sim::Set& tv) {
 }
 const std::string k32(32, 'D');
 
+// clang-format off
 const TextCase kTextCases[] = {
-    {"ModelZero", [](sim::Set& tv) { S<sim::SystemInfoState>(tv).modelId = 0; },
-     &FactoryManager::FactoryGetTVModel, "NO_Name"},
-    {"Model79", [](sim::Set& tv) { S<sim::SystemInfoState>(tv).modelId = 79; },
-     &FactoryManager::FactoryGetTVModel, "NO_Name"},
-    {"ModelWithoutRow", [](sim::Set& tv) { S<sim::SystemInfoState>(tv).modelId = 58; },
-     &FactoryManager::FactoryGetTVModel, "NO_Name"},
-    {"ModelNamedByLowByte", [](sim::Set& tv) { S<sim::SystemInfoState>(tv).modelId = 0x4431; },
-     &FactoryManager::FactoryGetTVModel, "QV32H249"},
-    {"ModelIdOrder137Before136",
-     [](sim::Set& tv) {
-         S<sim::SystemInfoState>(tv).modelId = 5;
-         auto& store = S<sim::FactoryStoreState>(tv);
-         store.Set(134, 0xA1), store.Set(135, 0xB2), store.Set(136, 0xC3), store.Set(137, 0xD4);
-     },
-     &FactoryManager::FactoryGetTVModelId, "05 A1 B2 D4 C3"},
-    {"AppVersionHexLowerCase", [](sim::Set& tv) { S<sim::PlayerState>(tv).oadVersion = 0xBEEF; },
-     &FactoryManager::FactoryGetZYTAppVersion, "7.1.21.0.0.1.beef"},
-    {"AppVersionWithoutDigitalTuner",
-     [](sim::Set& tv) { S<sim::PlayerState>(tv).dtvPresent = false; },
-     &FactoryManager::FactoryGetZYTAppVersion, ""},
-    {"SoftwareBuild", [](sim::Set&) {}, &FactoryManager::FactoryGetSWVersion,
-     "Jan 12 2012 - 443156"},
-    {"BootSecured", [](sim::Set& tv) { S<sim::SystemInfoState>(tv).mbootVersion = "MB1.07"; },
-     &FactoryManager::FactoryGetMbootVersion, "MB1.07 (Secured)"},
-    {"BootNotSecured",
-     [](sim::Set& tv) {
-         S<sim::SystemInfoState>(tv).mbootVersion = "MB1.07";
-         S<sim::SystemInfoState>(tv).socSecured = 0;
-     },
-     &FactoryManager::FactoryGetMbootVersion, "MB1.07"},
-    {"PQ2IsMainMap", [](sim::Set&) {}, &FactoryManager::FactoryGetPQ2Version,
-     "QMAP_Main_27.03_20260115"},
+    {"ModelZero", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).modelId = 0; }, &FactoryManager::FactoryGetTVModel, "NO_Name"},
+    {"Model79", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).modelId = 79; }, &FactoryManager::FactoryGetTVModel, "NO_Name"},
+    {"ModelWithoutRow", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).modelId = 58; }, &FactoryManager::FactoryGetTVModel, "NO_Name"},
+    {"ModelNamedByLowByte", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).modelId = 0x4431; }, &FactoryManager::FactoryGetTVModel, "QV32H249"},
+    {"ModelIdOrder137Before136", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).modelId = 5; auto& store = S<sim::FactoryStoreState>(tv); store.Set(134, 0xA1), store.Set(135, 0xB2), store.Set(136, 0xC3), store.Set(137, 0xD4); }, &FactoryManager::FactoryGetTVModelId, "05 A1 B2 D4 C3"},
+    {"AppVersionHexLowerCase", [](sim::Set& tv) {S<sim::PlayerState>(tv).oadVersion = 0xBEEF; }, &FactoryManager::FactoryGetZYTAppVersion, "7.1.21.0.0.1.beef"},
+    {"AppVersionWithoutDigitalTuner", [](sim::Set& tv) {S<sim::PlayerState>(tv).dtvPresent = false; }, &FactoryManager::FactoryGetZYTAppVersion, ""},
+    {"SoftwareBuild", [](sim::Set&) {}, &FactoryManager::FactoryGetSWVersion, "Jan 12 2012 - 443156"},
+    {"BootSecured", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).mbootVersion = "MB1.07"; }, &FactoryManager::FactoryGetMbootVersion, "MB1.07 (Secured)"},
+    {"BootNotSecured", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).mbootVersion = "MB1.07"; S<sim::SystemInfoState>(tv).socSecured = 0; }, &FactoryManager::FactoryGetMbootVersion, "MB1.07"},
+    {"PQ2IsMainMap", [](sim::Set&) {}, &FactoryManager::FactoryGetPQ2Version, "QMAP_Main_27.03_20260115"},
     {"PQ3IsMapTwo", [](sim::Set&) {}, &FactoryManager::FactoryGetPQ3Version, "QMAP_Sub_27.01"},
-    {"PQ4IsMainMapAgain", [](sim::Set&) {}, &FactoryManager::FactoryGetPQ4Version,
-     "QMAP_Main_27.03_20260115"},
+    {"PQ4IsMainMapAgain", [](sim::Set&) {}, &FactoryManager::FactoryGetPQ4Version, "QMAP_Main_27.03_20260115"},
     {"FrcAsWritten", [](sim::Set&) {}, &FactoryManager::FactoryGetFRCVersion, "FRC_R1.4.2"},
-    {"LongPQCutToBuffer",
-     [](sim::Set& tv) { S<sim::SystemInfoState>(tv).pqVersion = std::string(40, 'P'); },
-     &FactoryManager::FactoryGetPQVersion, "PPPPPPPPPPPPPPPPPPPP"},
-    {"LongCESICutToBuffer",
-     [](sim::Set& tv) { S<sim::SystemInfoState>(tv).cesiVersion = "CESI-0123456789-ABCDEFGH"; },
-     &FactoryManager::FactoryGetCESIVersion, "CESI-0123456789-ABCD"},
-    {"UnterminatedFieldStopsAtItsEnd",
-     [](sim::Set& tv) { S<sim::SystemInfoState>(tv).dpddVersion = k32; },
-     &FactoryManager::FactoryGetDPDDVersion, k32.c_str()},
+    {"LongPQCutToBuffer", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).pqVersion = std::string(40, 'P'); }, &FactoryManager::FactoryGetPQVersion, "PPPPPPPPPPPPPPPPPPPP"},
+    {"LongCESICutToBuffer", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).cesiVersion = "CESI-0123456789-ABCDEFGH"; }, &FactoryManager::FactoryGetCESIVersion, "CESI-0123456789-ABCD"},
+    {"UnterminatedFieldStopsAtItsEnd", [](sim::Set& tv) {S<sim::SystemInfoState>(tv).dpddVersion = k32; }, &FactoryManager::FactoryGetDPDDVersion, k32.c_str()},
     {"NeuSoft", [](sim::Set&) {}, &FactoryManager::FactoryGetNeuSoftVersion, "NS-SDK 3.0.8"},
     {"IPRC", [](sim::Set&) {}, &FactoryManager::FactoryGetIPRCVersion, "IPRC 1.0.3"},
     {"IRBlaster", [](sim::Set&) {}, &FactoryManager::FactoryGetIRBlasterDB, "IRB_DB_2026_03"},
-    {"AsfFieldsOverlap", [](sim::Set& tv) { S<sim::SSSoundState>(tv).asfParams[0] = 0x00010203; },
-     &FactoryManager::FactoryGetASF_Version, "ver. 1.102.10203"},
-    {"AsfCutTo20Characters",
-     [](sim::Set& tv) { S<sim::SSSoundState>(tv).asfParams[0] = 0xFFFFFFFF; },
-     &FactoryManager::FactoryGetASF_Version, "ver. FFFF.FFFFFF.FFF"},
+    {"AsfFieldsOverlap", [](sim::Set& tv) {S<sim::SSSoundState>(tv).asfParams[0] = 0x00010203; }, &FactoryManager::FactoryGetASF_Version, "ver. 1.102.10203"},
+    {"AsfCutTo20Characters", [](sim::Set& tv) {S<sim::SSSoundState>(tv).asfParams[0] = 0xFFFFFFFF; }, &FactoryManager::FactoryGetASF_Version, "ver. FFFF.FFFFFF.FFF"},
     {"ChannelDatabaseEmpty", [](sim::Set&) {}, &FactoryManager::FactoryGetChDBVersion, ""},
     {"SerialNumber", [](sim::Set&) {}, &FactoryManager::FactoryGetSerialNo, "VQ2611A0004812"},
-    {"SerialOfFifteenCharacters",
-     [](sim::Set& tv) { S<sim::FactoryIdentityState>(tv).SetSerial("ABCDEFGHIJKLMNO"); },
-     &FactoryManager::FactoryGetSerialNo, "ABCDEFGHIJKLMNO"},
-    {"SerialNeverWritten", [](sim::Set& tv) { S<sim::FactoryIdentityState>(tv).EraseSerial(); },
-     &FactoryManager::FactoryGetSerialNo, " "},
-    {"PowerOnCounterLittleEndian",
-     [](sim::Set& tv) { S<sim::FactoryStoreState>(tv).SetU32(79, 0x01020304); },
-     &FactoryManager::FactoryGetPOT, "16909060"},
-    {"CounterSignedAsOnTheSet",
-     [](sim::Set& tv) { S<sim::FactoryStoreState>(tv).SetU32(83, 0xFFFFFFFF); },
-     &FactoryManager::FactoryGetAST, "-1"},
-    {"DlnaByte", [](sim::Set& tv) { S<sim::FactoryStoreState>(tv).Set(69, 200); },
-     &FactoryManager::FactoryGetDLNACheck, "200"},
+    {"SerialOfFifteenCharacters", [](sim::Set& tv) {S<sim::FactoryIdentityState>(tv).SetSerial("ABCDEFGHIJKLMNO"); }, &FactoryManager::FactoryGetSerialNo, "ABCDEFGHIJKLMNO"},
+    {"SerialNeverWritten", [](sim::Set& tv) {S<sim::FactoryIdentityState>(tv).EraseSerial(); }, &FactoryManager::FactoryGetSerialNo, " "},
+    {"PowerOnCounterLittleEndian", [](sim::Set& tv) {S<sim::FactoryStoreState>(tv).SetU32(79, 0x01020304); }, &FactoryManager::FactoryGetPOT, "16909060"},
+    {"CounterSignedAsOnTheSet", [](sim::Set& tv) {S<sim::FactoryStoreState>(tv).SetU32(83, 0xFFFFFFFF); }, &FactoryManager::FactoryGetAST, "-1"},
+    {"DlnaByte", [](sim::Set& tv) {S<sim::FactoryStoreState>(tv).Set(69, 200); }, &FactoryManager::FactoryGetDLNACheck, "200"},
 };
+// clang-format on
 
 INSTANTIATE_TEST_SUITE_P(Readers, TextReaders, ::testing::ValuesIn(kTextCases),
                          [](const auto& info) { return std::string(info.param.name); });
@@ -284,11 +228,14 @@ TEST_F(ReadersTest, BufferIsReusedAndZeroedOverItsWholeSizeOnEveryCall) {
 
 TEST_F(ReadersTest, FailedAllocationGivesNullUntilMemoryComesBack) {
     Fm();
-    g_failNothrowArrayNew = true;
+    if (!sim::AllocationsCanFail()) {
+        GTEST_SKIP() << "a sanitizer's allocator is in charge";
+    }
+    sim::FailAllocations(true);
     const char* model = Fm().FactoryGetTVModel();
     const char* format = Fm().FactoryGetMainFormat();
     const MAPI_U8 pal = Fm().FactoryGetADAdjustPALStatus();
-    g_failNothrowArrayNew = false;
+    sim::FailAllocations(false);
     EXPECT_EQ(model, nullptr);
     EXPECT_EQ(format, nullptr);
     EXPECT_EQ(pal, 1) << "status readers need no buffer";

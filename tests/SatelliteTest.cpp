@@ -45,11 +45,11 @@ TEST_F(SatelliteTest, DiSEqCTwiceGoesToAThenBAndFlipsTheStoredLnbStateWithIt) {
     EXPECT_EQ(Calls("MSrv_DTV_Player_DVBS::DiSEqCSwitchPort"),
               (std::vector<std::string>{"[0, 0]", "[0, 0]", "[4, 0]", "[4, 0]"}));
     Advance(2000);
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "DiSEqCSwitching"),
-                                   Str("DiSEqC-Switching", "Dish Position : Position A"),
-                                   Str("HideAllUIExcept", "DiSEqCSwitching"),
-                                   Str("DiSEqC-Switching", "Dish Position : Position B"),
-                                   Num("DiSEqC-Switching-Show", 0)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="DiSEqCSwitching" DiSEqC-Switching="Dish Position : Position A"
+        HideAllUIExcept="DiSEqCSwitching" DiSEqC-Switching="Dish Position : Position B"
+        DiSEqC-Switching-Show=0
+    )-"));
     // The second trigger restarted the timer.
     EXPECT_EQ(Calls("MEvtHandle::KillTimer"), (std::vector<std::string>{"[47]", "[47]"}));
     EXPECT_EQ(Calls("MEvtHandle::SetTimer"),
@@ -198,9 +198,10 @@ TEST_F(SatelliteTest, ToggleRetunesHToVAndRescansVToH) {
                          "MSrv_DTV_Player::ManualScanFreq[11494000]",
                          "MSrv_DTV_Player_DVBS::UpdateTransponderInfo[0, 0, 11494000, 22000, 1]",
                      }));
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "PolarizationHV"),
-                                   Str("Polarization-HV-toggle", "Polarisation : V"),
-                                   Str("Polarization-HV-toggle", "Polarisation : H")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="PolarizationHV" Polarization-HV-toggle="Polarisation : V"
+        Polarization-HV-toggle="Polarisation : H"
+    )-"));
     // The exit key restores the picture and closes the page.
     ClearUiNotes();
     Journal().Clear();

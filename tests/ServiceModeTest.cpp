@@ -120,10 +120,10 @@ TEST_F(ServiceModeTest, AServiceCommandOpensTheEditorOnTheItemThePlatformHolds) 
     Store().Set(0x856, 5);
     Fm().m_bVersionMode = 1;
     Post(200);
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "DMode"), Num("DMode", 1),
-                                   Str("DMode-Option", "COLC VIDEO DYNA"),
-                                   Num("DMode-Value-Color", 1), Str("DMode-Addr", "0x0856"),
-                                   Str("DMode-Data", "05H"), Str("DMode-Bin", "00000101B")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="DMode" DMode=1 DMode-Option="COLC VIDEO DYNA" DMode-Value-Color=1
+        DMode-Addr="0x0856" DMode-Data="05H" DMode-Bin="00000101B"
+    )-"));
     EXPECT_EQ(Fm().m_bDModeOpen, 1);
     EXPECT_EQ(Fm().m_bVersionMode, 0) << "the page reset runs first";
     EXPECT_EQ(CallsOf({"MSrv_Factory_Cmd::SetFactoryOSDStatus", "MSrv_Factory_Cmd::Set_S_D_Mode",
@@ -137,9 +137,10 @@ TEST_F(ServiceModeTest, AServiceCommandOpensTheEditorOnTheItemThePlatformHolds) 
 TEST_F(ServiceModeTest, ACommandWhileOpenNeitherResetsNorHidesThePagesAgain) {
     OpenAt(0x800, 0x80);
     Post(200);
-    EXPECT_EQ(UiNotes(), (NoteList{Num("DMode", 1), Str("DMode-Option", "RCUT"),
-                                   Num("DMode-Value-Color", 1), Str("DMode-Addr", "0x0800"),
-                                   Str("DMode-Data", "80H"), Str("DMode-Bin", "10000000B")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        DMode=1 DMode-Option="RCUT" DMode-Value-Color=1 DMode-Addr="0x0800" DMode-Data="80H"
+        DMode-Bin="10000000B"
+    )-"));
     EXPECT_EQ(Journal().CountCalls("WebAppMgr_HidePage"), 0u);
 }
 
@@ -189,6 +190,7 @@ TEST_P(ServiceCommandTest, StepsTheValueAndStoresItThroughTheFactoryStore) {
 
 INSTANTIATE_TEST_SUITE_P(
     Commands, ServiceCommandTest,
+    // clang-format off
     testing::Values(
         CommandCase{"UpOne", 28, 0, 0, 5, 0, 10, 6, {}, "~~ ByStep TRUE"},
         CommandCase{"UpOneWrapsAtMax", 28, 0, 0, 10, 2, 10, 2, {}, "~~ ByStep TRUE"},
@@ -203,30 +205,13 @@ INSTANTIATE_TEST_SUITE_P(
         CommandCase{"DownFourAtMinPlus2Stays", 31, 0, 0, 4, 2, 10, 4, {}, "~~ ByStep FALSE"},
         CommandCase{"OutsideTheRangeStays", 28, 0, 0, 20, 0, 10, 20, {}, "~~ ByStep TRUE"},
         CommandCase{"StepWinsOverTheModeSelector", 28, 254, '3', 5, 0, 10, 6, {}, "~~ ByStep TRUE"},
-        CommandCase{"EDModeRewritesTheValue",
-                    0,
-                    254,
-                    '3',
-                    5,
-                    0,
-                    10,
-                    5,
-                    {Str("S-D", "D"), Num("S-Mode", 1)},
-                    "~~ /E/D-mode/ "},
-        CommandCase{"SModeRewritesTheValue",
-                    0,
-                    195,
-                    0,
-                    5,
-                    0,
-                    10,
-                    5,
-                    {Str("S-D", "S"), Num("S-Mode", 1)},
-                    "~~ /S-mode/ "},
+        CommandCase{"EDModeRewritesTheValue", 0, 254, '3', 5, 0, 10, 5, {Str("S-D", "D"), Num("S-Mode", 1)}, "~~ /E/D-mode/ "},
+        CommandCase{"SModeRewritesTheValue", 0, 195, 0, 5, 0, 10, 5, {Str("S-D", "S"), Num("S-Mode", 1)}, "~~ /S-mode/ "},
         CommandCase{"Rdrv", 0, 0, '3', 5, 0, 10, 5, {Num("S-Mode", 0)}, "~~ /RDRV/ "},
         CommandCase{"Bdrv", 0, 0, '4', 5, 0, 10, 5, {Num("S-Mode", 0)}, "~~ /BDRV/ "},
         CommandCase{"ReadBdrv", 0, 0, '5', 5, 0, 10, 5, {Num("S-Mode", 0)}, "~~ /Read BDRV/ "},
         CommandCase{"ReadRdrv", 0, 0, '6', 5, 0, 10, 5, {Num("S-Mode", 0)}, "~~ /Read RDRV/ "}),
+    // clang-format on
     [](const testing::TestParamInfo<CommandCase>& info) { return std::string(info.param.name); });
 
 TEST_F(ServiceModeTest, ServiceCommandsChangeReadOnlyItems) {

@@ -150,9 +150,10 @@ TEST_F(SignalTest, AnotherPhaseOnlyRearmsTheClose) {
     Post(232, 0, 1);
     Advance(2000);
     Post(232, 0, 7);
-    EXPECT_EQ(TakeNotes(),
-              (NoteList{Str("HideAllUIExcept", "ADCAdjustment"), Num("ADC-Adjustment", 1),
-                        Str("HideAllUIExcept", "ADCAdjustment")}));
+    EXPECT_EQ(TakeNotes(), Notes(R"-(
+                  HideAllUIExcept="ADCAdjustment" ADC-Adjustment=1
+                  HideAllUIExcept="ADCAdjustment"
+              )-"));
     Advance(2999);
     EXPECT_EQ(TakeNotes(), NoteList{});
     Advance(1);

@@ -52,13 +52,13 @@ TEST_P(Timing3DTitleTest, OpensWithThe120HzTitleAndThePlatformsValues) {
     Glasses().lClose = 0x00AB;
     Glasses().duty = 0x1234;
     Open();
-    EXPECT_EQ(UiNotes(),
-              (NoteList{Str("HideAllUIExcept", "3DTimingAdjust"),
-                        Str("3DTiming-TitleFrequency", "3D timing Adjust - 120Hz"),
-                        Str("3DTiming-LOpen", "2D40"), Str("3DTiming-LClose", "00AB"),
-                        Str("3DTiming-ROpen", "2D40"), Str("3DTiming-RClose", "1643"),
-                        Str("3DTiming-Duty", "1234"), Str("3DTiming-Shift", "0040"),
-                        Num("3DTiming-DefaultMode-highlight", 1), Num("3DTimingAdjust-Show", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+                  HideAllUIExcept="3DTimingAdjust"
+                  3DTiming-TitleFrequency="3D timing Adjust - 120Hz" 3DTiming-LOpen="2D40"
+                  3DTiming-LClose="00AB" 3DTiming-ROpen="2D40" 3DTiming-RClose="1643"
+                  3DTiming-Duty="1234" 3DTiming-Shift="0040" 3DTiming-DefaultMode-highlight=1
+                  3DTimingAdjust-Show=1
+              )-"));
     EXPECT_EQ(Fm().m_b3DTimingMode, 1);
     EXPECT_TRUE(Tv().Get<sim::MModeState>().factoryOsd);
     EXPECT_EQ(Calls("MSrv_3DManager::GetPwmDutyPhase"), (std::vector<std::string>{"[3]"}));
@@ -169,8 +169,10 @@ TEST_F(Timing3DTest, OkRestoresDefaultsSwitchesModesOrAppliesAgain) {
     ClearUiNotes();
     Press(FactoryKey::Select);
     EXPECT_EQ(Journal().CountCalls("MSrv_3DManager::Reset3DTiming"), 1u);
-    EXPECT_EQ(UiNotes(), (NoteList{Str("3DTiming-LOpen", "2D40"), Str("3DTiming-LClose", "1643"),
-                                   Str("3DTiming-ROpen", "2D40"), Str("3DTiming-RClose", "1643")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        3DTiming-LOpen="2D40" 3DTiming-LClose="1643" 3DTiming-ROpen="2D40"
+        3DTiming-RClose="1643"
+    )-"));
     for (int item = 1; item <= 4; ++item) {
         Press(kRight);
         Journal().Clear();
@@ -194,6 +196,19 @@ TEST_F(Timing3DTest, ExitKeysCloseThePageAndTheTvStillGetsThem) {
         EXPECT_EQ(Fm().m_b3DTimingMode, 0);
         EXPECT_FALSE(Tv().Get<sim::MModeState>().factoryOsd);
     }
+}
+
+// The editor says which keys it used; the dispatcher leaves every key to the TV.
+TEST_F(Timing3DTest, TheEditorReportsItsKeysAndTheDispatcherLetsThemAllThrough) {
+    const std::pair<unsigned long, MAPI_BOOL> kUsed[] = {
+        {kLeft, 1}, {kRight, 1}, {FactoryKey::Up, 1}, {FactoryKey::Down, 1}, {kRed, 1}, {'5', 0}};
+    Open();
+    for (const auto& [key, used] : kUsed) {
+        EXPECT_EQ(Fm().Factory3DTimingKeyAction(key), used) << key;
+        EXPECT_EQ(Fm().FactoryDoKeyAction(key), 0) << key;
+    }
+    EXPECT_EQ(Fm().FactoryDoKeyAction(FactoryKey::Exit), 0);
+    EXPECT_EQ(Fm().m_b3DTimingMode, 0);
 }
 
 }  // namespace

@@ -47,42 +47,25 @@ protected:
 
 TEST_F(TunerPagesTest, DemoSetShowsTheDvbt2ChannelAfterTheSettlingWait) {
     Fm().mAPI_ShowTuner();
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "Tuner"),
-                                   Str("Tuner-Modulation-System", "DVB-T2"),
-                                   Str("Tuner-Frequency", "474.0"),
-                                   Str("Tuner-Frequency-Offset", "-12.500000"),
-                                   Str("Tuner-Bandwidth", "8MHz"),
-                                   Str("Tuner-Lock-Status", "LOCK"),
-                                   Str("Tuner-SNR", "28.4"),
-                                   Str("Tuner-Signal-Power", "-52.5"),
-                                   Str("Tuner-Signal-Quality-Index", "92"),
-                                   Str("Tuner-Signal-Strength-Index", "78"),
-                                   Str("Tuner-Bit-Error-Rate", "1.2E-07"),
-                                   Str("Tuner-Uncorrected-Error", "0"),
-                                   Str("Tuner-Modulation", "256-QAM"),
-                                   Str("Tuner-Mode", "32K_EXT"),
-                                   Num("Tuner-Hierarchy-Alpha", 0),
-                                   Str("Tuner-Code-Rate", "2/3"),
-                                   Str("Tuner-Code-Rate-LP", ""),
-                                   Str("Tuner-Guard-Interval", "1/128"),
-                                   Str("Tuner-MISO-SISO", "SISO"),
-                                   Str("Tuner-Number-of-PLPs", "1"),
-                                   Str("Tuner-Current-PLP-ID", "0"),
-                                   Str("Tuner-L1-Modulation", "16QAM"),
-                                   Str("Tuner-L1-Code-Rate", "1/2"),
-                                   Str("Tuner-CPLP-Modulation", "256QAM"),
-                                   Str("Tuner-CPLP-Code-Rate", "2/3"),
-                                   Str("Tuner-FEC-Type", "64K"),
-                                   Str("Tuner-PILOT", "PP7"),
-                                   Str("Tuner-Mode-FFT", "32K_EXT"),
-                                   Str("Tuner-FEF", "NONE"),
-                                   Str("Tuner-PAPR", "No PAPR"),
-                                   Str("Tuner-Guard-Interval-T2", "1/128"),
-                                   Str("Tuner-Modulation-DVBC", "256-QAM"),
-                                   Str("Tuner-SymbolRate-DVBC", "6900"),
-                                   Num("Tuner", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="Tuner" Tuner-Modulation-System="DVB-T2" Tuner-Frequency="474.0"
+        Tuner-Frequency-Offset="-12.500000" Tuner-Bandwidth="8MHz" Tuner-Lock-Status="LOCK"
+        Tuner-SNR="28.4" Tuner-Signal-Power="-52.5" Tuner-Signal-Quality-Index="92"
+        Tuner-Signal-Strength-Index="78" Tuner-Bit-Error-Rate="1.2E-07"
+        Tuner-Uncorrected-Error="0" Tuner-Modulation="256-QAM" Tuner-Mode="32K_EXT"
+        Tuner-Hierarchy-Alpha=0 Tuner-Code-Rate="2/3" Tuner-Code-Rate-LP=""
+        Tuner-Guard-Interval="1/128" Tuner-MISO-SISO="SISO" Tuner-Number-of-PLPs="1"
+        Tuner-Current-PLP-ID="0" Tuner-L1-Modulation="16QAM" Tuner-L1-Code-Rate="1/2"
+        Tuner-CPLP-Modulation="256QAM" Tuner-CPLP-Code-Rate="2/3" Tuner-FEC-Type="64K"
+        Tuner-PILOT="PP7" Tuner-Mode-FFT="32K_EXT" Tuner-FEF="NONE" Tuner-PAPR="No PAPR"
+        Tuner-Guard-Interval-T2="1/128" Tuner-Modulation-DVBC="256-QAM"
+        Tuner-SymbolRate-DVBC="6900" Tuner=1
+    )-"));
     EXPECT_EQ(Calls("MsOS_DelayTask"), std::vector<std::string>{"[3000]"});
     EXPECT_EQ(Fm().m_u8VersionPage, 3);
+    const auto timers = Calls("MEvtHandle::SetTimer");
+    EXPECT_NE(std::find(timers.begin(), timers.end(), "[1000, 57, 0]"), timers.end())
+        << "the redraw repeats every second";
 }
 
 TEST_F(TunerPagesTest, PageRedrawsEverySecondWithTheCurrentReadingsUntilLeft) {
@@ -117,12 +100,12 @@ TEST_F(TunerPagesTest, DvbtShowsBothCodeRatesAndNoT2Rows) {
             rows.push_back(n);
         }
     }
-    EXPECT_EQ(rows,
-              (NoteList{Str("Tuner-Modulation-System", "DVB-T"), Str("Tuner-Modulation", "64-QAM"),
-                        Str("Tuner-Mode", "8K"), Str("Tuner-Code-Rate", "2/3"),
-                        Str("Tuner-Code-Rate-LP", "7/8"), Str("Tuner-Guard-Interval", "1/8"),
-                        Str("Tuner-Mode-FFT", "8K"), Str("Tuner-Guard-Interval-T2", "1/8"),
-                        Str("Tuner-Modulation-DVBC", "64-QAM")}));
+    EXPECT_EQ(rows, Notes(R"-(
+                  Tuner-Modulation-System="DVB-T" Tuner-Modulation="64-QAM" Tuner-Mode="8K"
+                  Tuner-Code-Rate="2/3" Tuner-Code-Rate-LP="7/8" Tuner-Guard-Interval="1/8"
+                  Tuner-Mode-FFT="8K" Tuner-Guard-Interval-T2="1/8"
+                  Tuner-Modulation-DVBC="64-QAM"
+              )-"));
 }
 
 TEST_F(TunerPagesTest, CableRouteReadsTheMuxFrequencyAndTheCableTables) {
@@ -150,30 +133,18 @@ TEST_F(TunerPagesTest, SatelliteRouteDrawsTheSatelliteLayoutFromTheDemodRecord) 
     Tuner().satellites[0].transponders[0] = {10994000, 27500, 0};  // vertical
     Tuner().satRollOff = 0;
     Fm().mAPI_ShowTuner();
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "TunerDVBS"),
-                                   Str("Tuner-Modulation-System-DVBS", "DVB-S2"),
-                                   Str("Tuner-Frequency-DVBS", "10994"),
-                                   Str("Tuner-2nd-IF-Frequency-DVBS", "1244"),
-                                   Str("Tuner-Frequency-Offset-DVBS", "-2"),
-                                   Str("Tuner-Bandwidth-DVBS", "37.125000"),
-                                   Str("Tuner-Lock-Status-DVBS", "LOCK"),
-                                   Str("Tuner-SNR-DVBS", "11.8"),
-                                   Str("Tuner-Signal-Power-DVBS", "-45"),
-                                   Str("Tuner-Signal-Quality-Index-DVBS", "85"),
-                                   Str("Tuner-Signal-Strength-Index-DVBS", "71"),
-                                   Str("Tuner-Bit-Error-Rate-DVBS", "2.0E-06"),
-                                   Str("Tuner-Uncorrected-Error-DVBS", "0"),
-                                   Str("Tuner-Modulation-DVBS", "8PSK"),
-                                   Str("Tuner-Code-Rate-DVBS", "3/4"),
-                                   Str("Tuner-Symbol-Rate-DVBS", "27500"),
-                                   Str("Tuner-Roll-Off-DVBS", "30"),
-                                   Str("Tuner-LNB-Power-DVBS", "OFF"),
-                                   Str("Tuner-LNB-System-DVBS", "None"),
-                                   Str("Tuner-LNB-Number-DVBS", "1"),
-                                   Str("Tuner-LNB-Band-DVBS", "HIGH(22kOFF)"),
-                                   Str("Tuner-LNB-Polarity-DVBS", "V(13V)"),
-                                   Str("Tuner-LNB-Ant-Error-DVBS", "NORMAL"),
-                                   Num("TunerDVBS", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="TunerDVBS" Tuner-Modulation-System-DVBS="DVB-S2"
+        Tuner-Frequency-DVBS="10994" Tuner-2nd-IF-Frequency-DVBS="1244"
+        Tuner-Frequency-Offset-DVBS="-2" Tuner-Bandwidth-DVBS="37.125000"
+        Tuner-Lock-Status-DVBS="LOCK" Tuner-SNR-DVBS="11.8" Tuner-Signal-Power-DVBS="-45"
+        Tuner-Signal-Quality-Index-DVBS="85" Tuner-Signal-Strength-Index-DVBS="71"
+        Tuner-Bit-Error-Rate-DVBS="2.0E-06" Tuner-Uncorrected-Error-DVBS="0"
+        Tuner-Modulation-DVBS="8PSK" Tuner-Code-Rate-DVBS="3/4" Tuner-Symbol-Rate-DVBS="27500"
+        Tuner-Roll-Off-DVBS="30" Tuner-LNB-Power-DVBS="OFF" Tuner-LNB-System-DVBS="None"
+        Tuner-LNB-Number-DVBS="1" Tuner-LNB-Band-DVBS="HIGH(22kOFF)"
+        Tuner-LNB-Polarity-DVBS="V(13V)" Tuner-LNB-Ant-Error-DVBS="NORMAL" TunerDVBS=1
+    )-"));
     EXPECT_EQ(Calls("MsOS_DelayTask"), std::vector<std::string>{"[500]"});
     EXPECT_EQ(Fm().m_bVersionMode, 1);
     EXPECT_EQ(Calls("MSrv_DTV_Player_DVBS::GetCurrProgramDemodInfo").size(), 1u);
@@ -268,14 +239,13 @@ TEST_F(TunerPagesTest, FrequencyOffTheTunerComesFromTheRfQueryTheStoreChooses) {
 
 TEST_F(TunerPagesTest, ReceiverInfoShowsTheReceptionSummaryUntilAnExitKey) {
     Fm().mAPI_ShowReceiverInfo();
-    EXPECT_EQ(
-        UiNotes(),
-        (NoteList{Str("HideAllUIExcept", "ReceiverInfo"),
-                  Str("ReceiverInfo-Modulation-System", "DVB-T2"),
-                  Str("ReceiverInfo-Frequency", "474.0"), Str("ReceiverInfo-Lock-Status", "LOCK"),
-                  Str("ReceiverInfo-SNR", "28.4"), Str("ReceiverInfo-Signal-Quality-Index", "92"),
-                  Str("ReceiverInfo-Signal-Strength-Index", "78"),
-                  Str("ReceiverInfo-Bit-Error-Rate", "1.2E-07"), Num("ReceiverInfo", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+            HideAllUIExcept="ReceiverInfo" ReceiverInfo-Modulation-System="DVB-T2"
+            ReceiverInfo-Frequency="474.0" ReceiverInfo-Lock-Status="LOCK"
+            ReceiverInfo-SNR="28.4" ReceiverInfo-Signal-Quality-Index="92"
+            ReceiverInfo-Signal-Strength-Index="78" ReceiverInfo-Bit-Error-Rate="1.2E-07"
+            ReceiverInfo=1
+        )-"));
     EXPECT_EQ(Fm().m_bRevicInfoMode, 1);
     ClearUiNotes();
     Journal().Clear();
@@ -338,30 +308,17 @@ TEST_F(TunerPagesTest, WithoutADemodulatorOnlyItsOwnRowsGoBlank) {
     Tv().Get<sim::MModeState>().user.u8LNBPower = 0;
     Tuner().satellites[0].transponders[0] = {10994000, 27500, 0};  // vertical
     Fm().mAPI_ShowTuner();
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "TunerDVBS"),
-                                   Str("Tuner-Modulation-System-DVBS", "DVB-S2"),
-                                   Str("Tuner-Frequency-DVBS", "10994"),
-                                   Str("Tuner-2nd-IF-Frequency-DVBS", ""),
-                                   Str("Tuner-Frequency-Offset-DVBS", ""),
-                                   Str("Tuner-Bandwidth-DVBS", ""),
-                                   Str("Tuner-Lock-Status-DVBS", ""),
-                                   Str("Tuner-SNR-DVBS", ""),
-                                   Str("Tuner-Signal-Power-DVBS", ""),
-                                   Str("Tuner-Signal-Quality-Index-DVBS", ""),
-                                   Str("Tuner-Signal-Strength-Index-DVBS", ""),
-                                   Str("Tuner-Bit-Error-Rate-DVBS", ""),
-                                   Str("Tuner-Uncorrected-Error-DVBS", ""),
-                                   Str("Tuner-Modulation-DVBS", ""),
-                                   Str("Tuner-Code-Rate-DVBS", ""),
-                                   Str("Tuner-Symbol-Rate-DVBS", "27500"),
-                                   Str("Tuner-Roll-Off-DVBS", ""),
-                                   Str("Tuner-LNB-Power-DVBS", "OFF"),
-                                   Str("Tuner-LNB-System-DVBS", "None"),
-                                   Str("Tuner-LNB-Number-DVBS", "1"),
-                                   Str("Tuner-LNB-Band-DVBS", ""),
-                                   Str("Tuner-LNB-Polarity-DVBS", "V(13V)"),
-                                   Str("Tuner-LNB-Ant-Error-DVBS", "NORMAL"),
-                                   Num("TunerDVBS", 1)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="TunerDVBS" Tuner-Modulation-System-DVBS="DVB-S2"
+        Tuner-Frequency-DVBS="10994" Tuner-2nd-IF-Frequency-DVBS=""
+        Tuner-Frequency-Offset-DVBS="" Tuner-Bandwidth-DVBS="" Tuner-Lock-Status-DVBS=""
+        Tuner-SNR-DVBS="" Tuner-Signal-Power-DVBS="" Tuner-Signal-Quality-Index-DVBS=""
+        Tuner-Signal-Strength-Index-DVBS="" Tuner-Bit-Error-Rate-DVBS=""
+        Tuner-Uncorrected-Error-DVBS="" Tuner-Modulation-DVBS="" Tuner-Code-Rate-DVBS=""
+        Tuner-Symbol-Rate-DVBS="27500" Tuner-Roll-Off-DVBS="" Tuner-LNB-Power-DVBS="OFF"
+        Tuner-LNB-System-DVBS="None" Tuner-LNB-Number-DVBS="1" Tuner-LNB-Band-DVBS=""
+        Tuner-LNB-Polarity-DVBS="V(13V)" Tuner-LNB-Ant-Error-DVBS="NORMAL" TunerDVBS=1
+    )-"));
     ClearUiNotes();
     Route(32);
     Fm().mAPI_ShowTuner();

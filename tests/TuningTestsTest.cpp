@@ -88,9 +88,10 @@ TEST_F(TuningTest, CableRunArmsNoTimerAndTheScanMonitorClosesIt) {
     EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "DVBCDirectTuning"),
                                    Str("DVB-C-Direct-Tuning", "DVB-C Tuning")}));
     Advance(1);
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "DVBCDirectTuning"),
-                                   Str("DVB-C-Direct-Tuning", "DVB-C Tuning"),
-                                   Num("DVB-C-Direct-Tuning-Show", 0), Num("Channel-37-Show", 0)}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="DVBCDirectTuning" DVB-C-Direct-Tuning="DVB-C Tuning"
+        DVB-C-Direct-Tuning-Show=0 Channel-37-Show=0
+    )-"));
     EXPECT_EQ(Seq({"MSrv_Factory_Cmd::FinishManualTuneChange2ChannelManager",
                    "MSrv::RemoveEventRecipient", "MEvtHandle::SetTimer"}),
               (Strings{"FinishManualTuneChange2ChannelManager[]", "RemoveEventRecipient[]",
@@ -196,41 +197,15 @@ TEST_P(FactoryConfigTest, WritingThenTheResultThenClosedTwoSecondsApart) {
 const Strings kToDtv = {"SetInputSource[28, 1, 0, 0]"};
 INSTANTIATE_TEST_SUITE_P(
     SubCodes, FactoryConfigTest,
+    // clang-format off
     testing::Values(
-        ConfigCase{
-            132,
-            {Str("HideAllUIExcept", "FactoryTuning"),
-             Str("Factory-Tuning", "Factory Tuning : Writing")},
-            {Str("Factory-Tuning", "Factory Tuning : Finished")},
-            {Num("Factory-Tuning-Show", 0)},
-            {"SetDLTVFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[0]"}},
-        ConfigCase{
-            204,
-            {Str("HideAllUIExcept", "FactorySetup"), Str("Factory-Tuning", "CH Preset Writing")},
-            {Str("Factory-Tuning", "CH Preset OK")},
-            {Num("Factory-Tuning-Show", 0)},
-            {"SetTCompanySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[3]"}},
-        ConfigCase{
-            5,
-            {Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1),
-             Str("CHPresetData", "CH Preset Writing")},
-            {Num("CHPreset", 1), Str("CHPresetData", "CH Preset OK")},
-            {Num("CHPreset", 0)},
-            {"SetOxbrindFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[1]"}},
-        ConfigCase{
-            6,
-            {Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1),
-             Str("CHPresetData", "CH Preset Writing")},
-            {Num("CHPreset", 1), Str("CHPresetData", "CH Preset OK")},
-            {Num("CHPreset", 0)},
-            {"SetDLTVFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[2]"}},
-        ConfigCase{133,
-                   {Str("HideAllUIExcept", "FactorySetup"),
-                    Str("Factory-Setup", "Factory Setup : Writing")},
-                   {Str("Factory-Setup", "Factory Setup : Finished")},
-                   {Num("Factory-Setup-Show", 0)},
-                   {kToDtv[0], "SetInputSource[1, 1, 0, 0]"}},
+        ConfigCase{132, {Str("HideAllUIExcept", "FactoryTuning"), Str("Factory-Tuning", "Factory Tuning : Writing")}, {Str("Factory-Tuning", "Factory Tuning : Finished")}, {Num("Factory-Tuning-Show", 0)}, {"SetDLTVFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[0]"}},
+        ConfigCase{204, {Str("HideAllUIExcept", "FactorySetup"), Str("Factory-Tuning", "CH Preset Writing")}, {Str("Factory-Tuning", "CH Preset OK")}, {Num("Factory-Tuning-Show", 0)}, {"SetTCompanySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[3]"}},
+        ConfigCase{5, {Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1), Str("CHPresetData", "CH Preset Writing")}, {Num("CHPreset", 1), Str("CHPresetData", "CH Preset OK")}, {Num("CHPreset", 0)}, {"SetOxbrindFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[1]"}},
+        ConfigCase{6, {Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1), Str("CHPresetData", "CH Preset Writing")}, {Num("CHPreset", 1), Str("CHPresetData", "CH Preset OK")}, {Num("CHPreset", 0)}, {"SetDLTVFactorySignalATVTable2ProgramTable[]", kToDtv[0], "ZYT_Factory_Tuning[2]"}},
+        ConfigCase{133, {Str("HideAllUIExcept", "FactorySetup"), Str("Factory-Setup", "Factory Setup : Writing")}, {Str("Factory-Setup", "Factory Setup : Finished")}, {Num("Factory-Setup-Show", 0)}, {kToDtv[0], "SetInputSource[1, 1, 0, 0]"}},
         ConfigCase{77, {}, {}, {}, {}}));
+// clang-format on
 
 TEST_F(FactoryConfigTest, WithTheFixtureHoldingTheScreenOnlyFactoryTuningShows) {
     Tv().Get<sim::StationState>().uartUi = false;
@@ -238,9 +213,10 @@ TEST_F(FactoryConfigTest, WithTheFixtureHoldingTheScreenOnlyFactoryTuningShows) 
         Post(247, 0, subCode);
         Advance(5000);  // the set-up's own waits move its close on by 500 ms
     }
-    EXPECT_EQ(UiNotes(),
-              (NoteList{Str("Factory-Tuning", "CH Preset OK"), Num("Factory-Tuning-Show", 0),
-                        Num("Factory-Setup-Show", 0), Num("CHPreset", 0), Num("CHPreset", 0)}))
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+                  Factory-Tuning="CH Preset OK" Factory-Tuning-Show=0 Factory-Setup-Show=0
+                  CHPreset=0 CHPreset=0
+              )-"))
         << "204 shows its result all the same; each closes";
     EXPECT_EQ(Calls("MSrv_DTV_Player_DVBT::ZYT_Factory_Tuning"), (Strings{"[3]", "[1]", "[2]"}));
     EXPECT_EQ(Calls("MSrv_DTV_Player::ProgramSel"), Strings{"[1, 1, 1, 0]"}) << "5 plays, 6 not";
@@ -314,9 +290,10 @@ TEST_F(TuningTest, ChannelPresetHidesAtTheFirstTickAfterDone) {
     Advance(2500);
     Post(192, 0, 1);
     Advance(1499);
-    EXPECT_EQ(UiNotes(), (NoteList{Str("HideAllUIExcept", "CHPreset"), Num("CHPreset", 1),
-                                   Str("CHPresetData", "CH Preset Writing"), Num("CHPreset", 1),
-                                   Str("CHPresetData", "CH Preset OK")}));
+    EXPECT_EQ(UiNotes(), Notes(R"-(
+        HideAllUIExcept="CHPreset" CHPreset=1 CHPresetData="CH Preset Writing" CHPreset=1
+        CHPresetData="CH Preset OK"
+    )-"));
     Advance(1);
     EXPECT_EQ(UiNotes().back(), Num("CHPreset", 0));
     EXPECT_EQ(Calls("MEvtHandle::SetTimer"), Strings{"[2000, 49, 0]"});

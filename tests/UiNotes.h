@@ -3,6 +3,7 @@
 // compares notification streams with these.
 #pragma once
 
+#include <cctype>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -33,6 +34,34 @@ inline void PrintTo(const Note& n, std::ostream* os) {
 inline std::ostream& operator<<(std::ostream& os, const Note& n) {
     PrintTo(n, &os);
     return os;
+}
+
+// A stream written compactly, as PrintTo prints it: whitespace-separated notes, each
+// cmd=123 (number) or cmd="text" (string; \" and \\ inside). Whole-stream tables use it.
+inline NoteList Notes(const std::string& text) {
+    NoteList out;
+    size_t i = 0;
+    const auto skipBlanks = [&] {
+        while (i < text.size() && std::isspace(static_cast<unsigned char>(text[i]))) ++i;
+    };
+    for (skipBlanks(); i < text.size(); skipBlanks()) {
+        const size_t eq = text.find('=', i);
+        Note n{text.substr(i, eq - i), "", true};
+        i = eq + 1;
+        if (i < text.size() && text[i] == '"') {
+            n.numeric = false;
+            for (++i; i < text.size() && text[i] != '"'; ++i) {
+                n.data += text[i] == '\\' ? text[++i] : text[i];
+            }
+            ++i;
+        } else {
+            while (i < text.size() && !std::isspace(static_cast<unsigned char>(text[i]))) {
+                n.data += text[i++];
+            }
+        }
+        out.push_back(n);
+    }
+    return out;
 }
 
 // Every notification the page has received so far, in order (the page has settled).

@@ -41,8 +41,8 @@ TEST_F(UiNotifyTest, FirstNotificationLoadsThePageAndEveryOneArrivesInOrder) {
     Fm().NotifyUI(0, "HideAllUIExcept", "SpeakerSNC");
     Fm().NotifyUI(0, "Negative", -12L);
     Fm().NotifyUI(0, "Zero", "0");
-    EXPECT_EQ(UiNotes(), (NoteList{Num("Version", 5), Str("HideAllUIExcept", "SpeakerSNC"),
-                                   Num("Negative", -12), Str("Zero", "0")}));
+    EXPECT_EQ(UiNotes(),
+              Notes(R"-(Version=5 HideAllUIExcept="SpeakerSNC" Negative=-12 Zero="0")-"));
     EXPECT_EQ(WebApp().Notes().at(1).text,
               "{ \"cmd\": \"HideAllUIExcept\", \"data\": \"SpeakerSNC\" }");
     EXPECT_EQ(LoadedPages(),
@@ -170,20 +170,14 @@ TEST_P(KeyWritingPageTest, LoadsItsPageAndTellsTheHost) {
 
 INSTANTIATE_TEST_SUITE_P(
     UiNotify, KeyWritingPageTest,
+    // clang-format off
     ::testing::Values(
-        StatusPage{0,
-                   "file:///applications/factory/"
-                   "factory-ui-static.html?cmd=key-writing-start",
-                   {73731}},
-        StatusPage{1,
-                   "file:///applications/factory/"
-                   "factory-ui-static.html?cmd=key-writing-success",
-                   {}},
-        StatusPage{
-            2, "file:///applications/factory/factory-ui-static.html?cmd=key-writing-fail", {}},
-        StatusPage{
-            3, "file:///applications/factory/factory-ui-static.html?cmd=key-writing-off", {73730}},
+        StatusPage{0, "file:///applications/factory/" "factory-ui-static.html?cmd=key-writing-start", {73731}},
+        StatusPage{1, "file:///applications/factory/" "factory-ui-static.html?cmd=key-writing-success", {}},
+        StatusPage{2, "file:///applications/factory/factory-ui-static.html?cmd=key-writing-fail", {}},
+        StatusPage{3, "file:///applications/factory/factory-ui-static.html?cmd=key-writing-off", {73730}},
         StatusPage{4, nullptr, {}}));
+// clang-format on
 
 TEST_F(UiNotifyTest, SerialNumberPagesByStatus) {
     const char* expected[] = {"start", "success", "fail"};

@@ -1,26 +1,14 @@
 // The channel tool pages in the reference UI with factory-sim behind them: the ATV
 // search sweeps, locks and stores; the satellite and banner pages show their texts.
 "use strict";
-const { test, before, after } = require("node:test");
+const { test, before } = require("node:test");
 const assert = require("node:assert");
-const { launchBrowser, startFactorySim, waitFor } = require("./harness");
+const { useFactoryUi, waitFor } = require("./harness");
 
-let chrome;
-let sim;
+const ui = useFactoryUi();
 let page;
-
-before(async () => {
-  chrome = await launchBrowser();
-  sim = await startFactorySim();
-  page = await chrome.newPage();
-  await page.goto("http://127.0.0.1:" + sim.port + "/?control=" + sim.controlPort);
-  await page.locator("#conn", { hasText: /^connected$/ }).waitFor();
-});
-
-after(async () => {
-  if (chrome) await chrome.close();
-  if (sim) await sim.stop();
-});
+let sim;
+before(async () => ({ page, sim } = await ui.ready));
 
 const visible = () => page.evaluate(() => window.factoryUi.visiblePages());
 

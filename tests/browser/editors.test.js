@@ -1,26 +1,14 @@
 // The PEQ, 3D timing and Audio ADV editors in the reference page with factory-sim
 // behind it: driven with the page's own remote, checked on the page and in the set.
 "use strict";
-const { test, before, after } = require("node:test");
+const { test, before } = require("node:test");
 const assert = require("node:assert");
-const { launchBrowser, startFactorySim, waitFor } = require("./harness");
+const { useFactoryUi, waitFor } = require("./harness");
 
-let chrome;
-let sim;
+const ui = useFactoryUi({ ready: "control" });
 let page;
-
-before(async () => {
-  chrome = await launchBrowser();
-  sim = await startFactorySim();
-  page = await chrome.newPage();
-  await page.goto("http://127.0.0.1:" + sim.port + "/?control=" + sim.controlPort);
-  await page.locator("#ctl-state", { hasText: "control online" }).waitFor();
-});
-
-after(async () => {
-  if (chrome) await chrome.close();
-  if (sim) await sim.stop();
-});
+let sim;
+before(async () => ({ page, sim } = await ui.ready));
 
 // One remote key at a time: the next click waits for the set's answer to this one.
 async function press(...keys) {

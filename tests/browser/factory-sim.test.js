@@ -1,23 +1,16 @@
 // The reference page with factory-sim behind it: the page's own remote control and
 // event list reach the library through factory-sim's control endpoint.
 "use strict";
-const { test, before, after } = require("node:test");
+const { test, before } = require("node:test");
 const assert = require("node:assert");
-const { launchBrowser, startFactorySim, waitFor } = require("./harness");
+const { useFactoryUi, waitFor } = require("./harness");
 
-let chrome;
-let sim;
+// The library's own HTTP server hands out the page factory-sim put in the root,
+// which names the control endpoint whatever its port.
+const ui = useFactoryUi({ control: false, ready: "control" });
 let page;
-
-before(async () => {
-  chrome = await launchBrowser();
-  sim = await startFactorySim();
-  page = await chrome.newPage();
-  // The library's own HTTP server hands out the page factory-sim put in the root,
-  // which names the control endpoint whatever its port.
-  await page.goto("http://127.0.0.1:" + sim.port + "/");
-  await page.locator("#ctl-state", { hasText: "control online" }).waitFor();
-});
+let sim;
+before(async () => ({ page, sim } = await ui.ready));
 
 test("the page served by the library connects to it", async () => {
   await page.locator("#conn", { hasText: /^connected$/ }).waitFor();
@@ -31,11 +24,6 @@ test("M-mode panel keys show their names on the page", async () => {
     await page.locator("#mmode-key", { hasText: name }).waitFor();
   }
   assert.ok((await sim.control("set m-mode 0")).ok);
-});
-
-after(async () => {
-  if (chrome) await chrome.close();
-  if (sim) await sim.stop();
 });
 
 test("the library's volume page takes the screen alone and closes on its timer", async () => {

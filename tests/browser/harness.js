@@ -2,11 +2,11 @@
 // running factory-sim, and a stand-in factory UI server speaking the page's protocol.
 "use strict";
 const { chromium } = require("playwright-core");
+const { before, after } = require("node:test");
 const { spawn } = require("node:child_process");
 const crypto = require("node:crypto");
 const fs = require("node:fs");
 const http = require("node:http");
-const net = require("node:net");
 const os = require("node:os");
 const path = require("node:path");
 
@@ -32,16 +32,8 @@ async function launchBrowser() {
   };
 }
 
-function freePort() {
-  return new Promise((resolve, reject) => {
-    const server = net.createServer();
-    server.once("error", reject);
-    server.listen(0, "127.0.0.1", () => {
-      const { port } = server.address();
-      server.close(() => resolve(port));
-    });
-  });
-}
+// One way to a free port and to the factory-sim binary for every suite.
+const { BINARY, freePort } = require("../sim/sim-run");
 
 // A factory UI server as the page sees it: HTTP serves the page, WebSocket frames
 // carry {"cmd","data"} notifications. Tests push notifications and read what the
@@ -141,7 +133,7 @@ function decodeFrame(buf) {
 
 // factory-sim in real time on free ports; resolves once its banner is out.
 async function startFactorySim(extraArgs = []) {
-  const binary = process.env.FACTORY_SIM;
+  const binary = BINARY;
   if (!binary) throw new Error("FACTORY_SIM is not set");
   const port = await freePort();
   const controlPort = await freePort();
@@ -182,4 +174,40 @@ async function waitFor(condition, ms) {
   }
 }
 
-module.exports = { launchBrowser, freePort, FakeFactoryServer, startFactorySim, waitFor, UI_PAGE };
+// The preamble of a browser test file: Chromium, factory-sim and one page on it for the
+// whole file, taken down after it. control: the page is told the control endpoint's
+// port (otherwise the library's own server hands out a page that knows it); ready:
+// "connected" waits for the page's connection, "control" for the control endpoint.
+// Root hooks may run side by side: a file's own hook awaits ui.ready.
+function useFactoryUi({ control = true, ready = "connected" } = {}) {
+  const ui = {};
+  let settle;
+  ui.ready = new Promise((resolve, reject) => { settle = { resolve, reject }; });
+  ui.ready.catch(() => {});
+  before(async () => {
+    try {
+      await openFactoryUi(ui, control, ready);
+      settle.resolve(ui);
+    } catch (e) {
+      settle.reject(e);
+      throw e;
+    }
+  });
+  after(async () => {
+    if (ui.chrome) await ui.chrome.close();
+    if (ui.sim) await ui.sim.stop();
+  });
+  return ui;
+}
+
+async function openFactoryUi(ui, control, ready) {
+  ui.chrome = await launchBrowser();
+  ui.sim = await startFactorySim();
+  ui.page = await ui.chrome.newPage();
+  await ui.page.goto("http://127.0.0.1:" + ui.sim.port +
+                     (control ? "/?control=" + ui.sim.controlPort : "/"));
+  await (ready === "control" ? ui.page.locator("#ctl-state", { hasText: "control online" })
+      : ui.page.locator("#conn", { hasText: /^connected$/ })).waitFor();
+}
+
+module.exports = { useFactoryUi, launchBrowser, freePort, FakeFactoryServer, startFactorySim, waitFor, UI_PAGE };

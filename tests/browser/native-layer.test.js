@@ -2,26 +2,14 @@
 // red "M" of M-mode) appears above the page while the set shows it, and goes when
 // the set hides it.
 "use strict";
-const { test, before, after } = require("node:test");
+const { test, before } = require("node:test");
 const assert = require("node:assert");
-const { launchBrowser, startFactorySim, waitFor } = require("./harness");
+const { useFactoryUi, waitFor } = require("./harness");
 
-let chrome;
-let sim;
+const ui = useFactoryUi({ control: false });
 let page;
-
-before(async () => {
-  chrome = await launchBrowser();
-  sim = await startFactorySim();
-  page = await chrome.newPage();
-  await page.goto("http://127.0.0.1:" + sim.port + "/");
-  await page.locator("#conn", { hasText: /^connected$/ }).waitFor();
-});
-
-after(async () => {
-  if (chrome) await chrome.close();
-  if (sim) await sim.stop();
-});
+let sim;
+before(async () => ({ page, sim } = await ui.ready));
 
 // Red pixels of the layer as the browser decoded it; -1 while it is not shown.
 function redPixels() {

@@ -9,44 +9,15 @@ const fs = require("node:fs");
 const os = require("node:os");
 const path = require("node:path");
 
-const BINARY = process.env.FACTORY_SIM;
+const { BINARY, freePort, runFactorySim } = require("./sim-run");
 
 function tempDir(name) {
   return fs.mkdtempSync(path.join(os.tmpdir(), name + "-"));
 }
 
-function freePort() {
-  return new Promise((resolve) => {
-    const server = net.createServer().listen(0, "127.0.0.1", () => {
-      const { port } = server.address();
-      server.close(() => resolve(port));
-    });
-  });
-}
-
-// Runs factory-sim to the end in a folder of its own (TMPDIR points into it too),
-// its factory UI server on a free port.
-async function run(args, { input = "", files = {}, port = null, prepare = null } = {}) {
-  const work = tempDir("factory-sim-run");
-  const tmp = path.join(work, "tmp");
-  fs.mkdirSync(tmp);
-  for (const [name, text] of Object.entries(files)) fs.writeFileSync(path.join(work, name), text);
-  if (prepare) prepare(work);
-  port = port || await freePort();
-  const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), ...args], {
-    cwd: work, env: { ...process.env, TMPDIR: tmp },
-  });
-  let stdout = "";
-  let stderr = "";
-  child.stdout.on("data", (d) => { stdout += d; });
-  child.stderr.on("data", (d) => { stderr += d; });
-  child.stdin.on("error", () => {});  // factory-sim may refuse to start before reading it
-  child.stdin.end(input);
-  const timer = setTimeout(() => child.kill("SIGKILL"), 60000);
-  const status = await new Promise((resolve) => child.on("close", resolve));
-  clearTimeout(timer);
-  return { status, stdout, stderr, work, tmp };
-}
+// Runs factory-sim to the end in a folder of its own, kept for the test to look into.
+const run = (args, options = {}) =>
+  runFactorySim(args, { keep: true, prefix: "factory-sim-run-", ...options });
 
 // factory-sim left running on its console until stop(); resolves once its banner is out.
 async function start(args, { port = null } = {}) {

@@ -20,13 +20,17 @@ function freePort() {
 }
 
 // files: name -> text, written into the run's folder (the working directory), so that
-// args may name them; keep: leave the folder for the caller (returned as work).
-async function runFactorySim(args, { files = {}, keep = false, prefix = "factory-sim-" } = {}) {
+// args may name them; prepare(work) may add more; input goes to the console; port: the
+// UI port (a free one by default); keep: leave the folder for the caller (returned as
+// work, with tmp the set's TMPDIR inside it).
+async function runFactorySim(args, { files = {}, keep = false, prefix = "factory-sim-", input = "",
+                                     port = null, prepare = null } = {}) {
   const work = fs.mkdtempSync(path.join(os.tmpdir(), prefix));
   const tmp = path.join(work, "tmp");
   fs.mkdirSync(tmp);
   for (const [name, text] of Object.entries(files)) fs.writeFileSync(path.join(work, name), text);
-  const port = await freePort();
+  if (prepare) prepare(work);
+  port = port || await freePort();
   const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), ...args], {
     cwd: work, env: { ...process.env, TMPDIR: tmp },
   });
@@ -34,12 +38,13 @@ async function runFactorySim(args, { files = {}, keep = false, prefix = "factory
   let stderr = "";
   child.stdout.on("data", (d) => { stdout += d; });
   child.stderr.on("data", (d) => { stderr += d; });
-  child.stdin.end();
+  child.stdin.on("error", () => {});  // factory-sim may refuse to start before reading it
+  child.stdin.end(input);
   const timer = setTimeout(() => child.kill("SIGKILL"), 60000);
   const status = await new Promise((resolve) => child.on("close", resolve));
   clearTimeout(timer);
   if (!keep) fs.rmSync(work, { recursive: true, force: true });
-  return { status, stdout, stderr, work };
+  return { status, stdout, stderr, work, tmp };
 }
 
 module.exports = { BINARY, EXAMPLES, freePort, runFactorySim };
