@@ -240,11 +240,8 @@ MAPI_BOOL FactoryManager::OnTimer_FactoryDVBSManualTuningToggle(void*, void*, vo
 MAPI_BOOL FactoryManager::OnEvent_FactoryDVBSManualTuningToggle(void*, void* p2, void*) {
     const uintptr_t request = reinterpret_cast<uintptr_t>(p2);
     if (m_bPolarizationMode == 0) {
-        ResetState();
-        NotifyUI(0, "HideAllUIExcept", "PolarizationHV");
+        OpenPage("PolarizationHV");
         m_bPolarizationMode = 1;
-        InfoZYTAppMgr(1);
-        InfoWebAppMgrHideShowPage(1, 1);
     }
     std::unique_ptr<MW_DTV_ScanParam_DVBS> param(new (std::nothrow) MW_DTV_ScanParam_DVBS());
     if (!param) {

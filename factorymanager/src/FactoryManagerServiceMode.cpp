@@ -180,10 +180,7 @@ void FactoryManager::FactoryShowDModeUI(unsigned char show) {
 MAPI_BOOL FactoryManager::OnEvent_FactoryVideoCheck(void*, void*, void*) {
     FACTORY_LOG(FACTORY_LOG_INFO, "OnEvent_FactoryVideoCheck");
     if (!m_bDModeOpen) {
-        ResetState();
-        NotifyUI(0, "HideAllUIExcept", "DMode");
-        InfoZYTAppMgr(1);
-        InfoWebAppMgrHideShowPage(1, 1);
+        OpenPage("DMode");
     }
     m_bDModeOpen = 1;
     m_pFactoryCmd->SetFactoryOSDStatus(1);
