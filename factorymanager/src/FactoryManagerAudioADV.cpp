@@ -117,10 +117,5 @@ MAPI_BOOL FactoryManager::FactorySetAudioADV() {
 }
 
 MAPI_BOOL FactoryManager::ExitAudioADVMode() {
-    m_bAudioADVMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    NotifyUI(0, "AudioADV-Show", 0);
-    InfoZYTAppMgr(0);
-    InfoWebAppMgrHideShowPage(0, 1);
-    return 1;
+    return CloseEditorPage("AudioADV-Show", m_bAudioADVMode);
 }

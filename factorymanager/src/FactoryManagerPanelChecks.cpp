@@ -55,6 +55,15 @@ MAPI_BOOL FactoryManager::CloseTestPage(const char* showCmd, MAPI_U8& mode) {
     return 1;
 }
 
+MAPI_BOOL FactoryManager::CloseEditorPage(const char* showCmd, MAPI_U8& mode) {
+    mode = 0;
+    m_pFactoryCmd->SetFactoryOSDStatus(0);
+    NotifyUI(0, showCmd, 0);
+    InfoZYTAppMgr(0);
+    InfoWebAppMgrHideShowPage(0, 1);
+    return 1;
+}
+
 // ---- Auto-brightness sensor value (event 194, timer 3) ---------------------------------------
 
 MAPI_BOOL FactoryManager::OnEvent_AutoBrightnessSensorValue(void*, void*, void*) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 
+#include "FactoryAssert.h"
 #include "FactoryEventIds.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
@@ -47,9 +48,7 @@ MSrv_DTV_Player_DVBS* DvbsPlayer() {
 }
 
 [[noreturn]] void AssertFail(const char* function, int line) {
-    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager", function, line);
-    fflush(stdout);
-    abort();
+    FactoryAssert::Fail(FactoryAssert::kManagerStem, function, line);
 }
 
 // Prints an M-mode line as the satellite tests do: framed by newlines.

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "FactoryAssert.h"
 #include "FactoryKeyCodes.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
@@ -72,9 +73,7 @@ Range ServiceRange(MSrv_Factory_Cmd& cmd, MAPI_U16 addr) {
 // A set without system information is built wrong: stop here, as the service staff's
 // logs expect.
 [[noreturn]] void AssertFail(const char* function, int line) {
-    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager.cpp", function, line);
-    fflush(stdout);
-    abort();
+    FactoryAssert::Fail(FactoryAssert::kManagerFile, function, line);
 }
 
 }  // namespace
