@@ -189,23 +189,26 @@ MAPI_BOOL FactoryManager::OnDVBsSwitchDiSEqC_LNB1_LNB2() {
     m_bDiSEqCPortB = m_bLNBPower;
     const bool mMode = m_pFactoryCmd->GetFactoryMmodeStatus() != 0;
     // The console names input A port 1 while port 0 is what the switch gets.
-    if (m_bDiSEqCPortB) {
-        if (mMode) {
-            MModeLine("(FACTORY:) DiSEqC SW B");
-        }
-        printf("\n~~ (FACTORY:) DiSEqC SW B, DiSEqCSwitchPort 4 \n");
-        NotifyUI(0, "DiSEqC-Switching", "Dish Position : Position B");
-        dvbs->DiSEqCSwitchPort(4, 0);
-        dvbs->DiSEqCSwitchPort(4, 0);
-    } else {
-        if (mMode) {
-            MModeLine("(FACTORY:) DiSEqC SW A");
-        }
-        printf("\n~~ (FACTORY:) DiSEqC SW A, DiSEqCSwitchPort 1 \n");
-        NotifyUI(0, "DiSEqC-Switching", "Dish Position : Position A");
-        dvbs->DiSEqCSwitchPort(0, 0);
-        dvbs->DiSEqCSwitchPort(0, 0);
+    struct Position {
+        const char* mModeLine;
+        const char* console;
+        const char* text;
+        unsigned char port;
+    };
+    static const Position kPositions[] = {
+        {"(FACTORY:) DiSEqC SW A", "\n~~ (FACTORY:) DiSEqC SW A, DiSEqCSwitchPort 1 \n",
+         "Dish Position : Position A", 0},
+        {"(FACTORY:) DiSEqC SW B", "\n~~ (FACTORY:) DiSEqC SW B, DiSEqCSwitchPort 4 \n",
+         "Dish Position : Position B", 4},
+    };
+    const Position& position = kPositions[m_bDiSEqCPortB ? 1 : 0];
+    if (mMode) {
+        MModeLine(position.mModeLine);
     }
+    printf("%s", position.console);
+    NotifyUI(0, "DiSEqC-Switching", position.text);
+    dvbs->DiSEqCSwitchPort(position.port, 0);
+    dvbs->DiSEqCSwitchPort(position.port, 0);
     KillTimer(FactoryTimer::DiSEqCSwitching);
     SetTimer(kShowMs, FactoryTimer::DiSEqCSwitching, E_TIMER_ONESHOT);
     return 1;
