@@ -94,14 +94,24 @@ double Percentile(std::vector<double> values, double p) {
     return values[static_cast<size_t>(p * static_cast<double>(values.size() - 1))];
 }
 
-Result Measure(int clientCount) {
+// A fresh set in factory mode, no built-in page, the library's server on the port
+// (0: a free one).
+FactoryManager& StartServer(EventListener listener = nullptr, int port = 0) {
     sim::Options options;
-    options.port = 0;
+    options.port = port;
     sim::Set::Instance().Reset(options);
     sim::Set::Instance().Get<sim::WebAppState>().pageConnects = false;
     FactoryManager::SetFactoryModeState(1);
     FactoryManager& fm = *TVManager::GetInstance()->getFactoryManager();
+    if (listener != nullptr) {
+        fm.setFactoryEventListener(listener);
+    }
     fm.CheckFactoryUiIsReady();  // starts the server
+    return fm;
+}
+
+Result Measure(int clientCount) {
+    FactoryManager& fm = StartServer();
     std::vector<std::unique_ptr<wstest::Client>> clients;
     for (int c = 0; c < clientCount; ++c) {
         clients.push_back(std::make_unique<wstest::Client>());
@@ -144,14 +154,7 @@ size_t CountLogs(const char* text) {
 // when every page has closed or 30 s later. A page that has them all says "done"
 // before it closes: only those count; a page closed before that is a failure.
 int Serve(int port, int clientCount, int count, const char* text) {
-    sim::Options options;
-    options.port = port;
-    sim::Set::Instance().Reset(options);
-    sim::Set::Instance().Get<sim::WebAppState>().pageConnects = false;
-    FactoryManager::SetFactoryModeState(1);
-    FactoryManager& fm = *TVManager::GetInstance()->getFactoryManager();
-    fm.setFactoryEventListener(CountClosed);
-    fm.CheckFactoryUiIsReady();  // starts the server
+    FactoryManager& fm = StartServer(CountClosed, port);
     std::printf("serving on port %d: waiting for %d pages\n", sim::Set::Instance().Config().port,
                 clientCount);
     std::fflush(stdout);
@@ -291,14 +294,7 @@ long PeakRssKiB() {
 // NotifyUI goes. Holds when every reading page gets them all, none is closed, and the
 // page that never reads is closed. The peak RSS covers the pages' clients too.
 int Burst(int pageCount, int count) {
-    sim::Options options;
-    options.port = 0;
-    sim::Set::Instance().Reset(options);
-    sim::Set::Instance().Get<sim::WebAppState>().pageConnects = false;
-    FactoryManager::SetFactoryModeState(1);
-    FactoryManager& fm = *TVManager::GetInstance()->getFactoryManager();
-    fm.setFactoryEventListener(CountClosed);
-    fm.CheckFactoryUiIsReady();  // starts the server
+    FactoryManager& fm = StartServer(CountClosed);
     // The set's log is not the subject: it keeps a window, as in factory-sim.
     sim::Set::Instance().GetJournal().SetWindow(20000, 4 * 1024 * 1024);
     const int port = sim::Set::Instance().Config().port;

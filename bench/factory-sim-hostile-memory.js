@@ -6,29 +6,14 @@
 //   node bench/factory-sim-hostile-memory.js [FRAMES]
 // FACTORY_SIM names the binary (default build/tools/factory-sim/factory-sim).
 "use strict";
-const { spawn } = require("node:child_process");
 const crypto = require("node:crypto");
-const fs = require("node:fs");
 const net = require("node:net");
-const os = require("node:os");
-const path = require("node:path");
 
-const BINARY = process.env.FACTORY_SIM ||
-  path.join(__dirname, "..", "build", "tools", "factory-sim", "factory-sim");
+const { rssKiB, startFactorySim, printFigures } = require("./factory-sim-process");
+
 const FRAMES = Number(process.argv[2] || 1000000);
 const PER_CONNECTION = 500;
 const ECHO = Buffer.concat([Buffer.from([0x81, 7]), Buffer.from("connect")]);
-
-function freePort() {
-  return new Promise((resolve) => {
-    const server = net.createServer().listen(0, "127.0.0.1", () => {
-      const { port } = server.address();
-      server.close(() => resolve(port));
-    });
-  });
-}
-
-const rssKiB = (pid) => Number(/VmRSS:\s+(\d+)/.exec(fs.readFileSync(`/proc/${pid}/status`, "utf8"))[1]);
 
 // A masked client frame (RFC 6455).
 function frame(opcode, payload, fin = true) {
@@ -100,11 +85,7 @@ function batch(port, limit) {
 }
 
 async function main() {
-  const work = fs.mkdtempSync(path.join(os.tmpdir(), "factory-sim-hostile-"));
-  const port = await freePort();
-  const child = spawn(BINARY, ["--virtual-time", "--no-control", "--port", String(port),
-                               "--trace", "/dev/null"],
-                      { stdio: ["pipe", "ignore", "ignore"], env: { ...process.env, TMPDIR: work } });
+  const { child, port, quit } = await startFactorySim("factory-sim-hostile-", "ignore", "ignore");
   await new Promise((resolve) => setTimeout(resolve, 1000));
   const figures = [["start", rssKiB(child.pid)]];
   const step = Math.max(1, Math.floor(FRAMES / 10));
@@ -117,10 +98,8 @@ async function main() {
       next += step;
     }
   }
-  child.stdin.end("quit\n");
-  const status = await new Promise((resolve) => child.on("close", resolve));
-  fs.rmSync(work, { recursive: true, force: true });
-  for (const [what, kib] of figures) console.log(`${what.padEnd(28)} ${(kib / 1024).toFixed(1)} MiB`);
+  const status = await quit();
+  printFigures(figures);
   console.log(`${connections} connections; factory-sim exited with status ${status}`);
 }
 

@@ -4,28 +4,13 @@
 //   node bench/factory-sim-memory.js [NOTIFICATIONS] [CYCLES]
 // FACTORY_SIM names the binary (default build/tools/factory-sim/factory-sim).
 "use strict";
-const { spawn } = require("node:child_process");
 const crypto = require("node:crypto");
-const fs = require("node:fs");
 const net = require("node:net");
-const os = require("node:os");
-const path = require("node:path");
 
-const BINARY = process.env.FACTORY_SIM ||
-  path.join(__dirname, "..", "build", "tools", "factory-sim", "factory-sim");
+const { rssKiB, startFactorySim, printFigures } = require("./factory-sim-process");
+
 const NOTIFICATIONS = Number(process.argv[2] || 1000000);
 const CYCLES = Number(process.argv[3] || 10000);
-
-function freePort() {
-  return new Promise((resolve) => {
-    const server = net.createServer().listen(0, "127.0.0.1", () => {
-      const { port } = server.address();
-      server.close(() => resolve(port));
-    });
-  });
-}
-
-const rssKiB = (pid) => Number(/VmRSS:\s+(\d+)/.exec(fs.readFileSync(`/proc/${pid}/status`, "utf8"))[1]);
 
 // One page connection: handshake on "factorymode-0", the greeting, then close.
 function connectAndClose(port) {
@@ -49,12 +34,7 @@ function connectAndClose(port) {
 }
 
 async function main() {
-  const work = fs.mkdtempSync(path.join(os.tmpdir(), "factory-sim-memory-"));
-  const port = await freePort();
-  // Traced as a line station would, to a sink: a million keys make gigabytes of trace.
-  const child = spawn(BINARY, ["--virtual-time", "--no-control", "--port", String(port),
-                               "--trace", "/dev/null"],
-                      { stdio: ["pipe", "pipe", "inherit"], env: { ...process.env, TMPDIR: work } });
+  const { child, port, quit } = await startFactorySim("factory-sim-memory-", "pipe");
   let keys = 0;
   let pending = "";
   const waiters = [];
@@ -82,10 +62,8 @@ async function main() {
     await connectAndClose(port);
     if (i % Math.max(1, Math.floor(CYCLES / 2)) === 0) figures.push([`+${i} connect/close`, rssKiB(child.pid)]);
   }
-  child.stdin.end("quit\n");
-  await new Promise((resolve) => child.on("close", resolve));
-  fs.rmSync(work, { recursive: true, force: true });
-  for (const [what, kib] of figures) console.log(`${what.padEnd(28)} ${(kib / 1024).toFixed(1)} MiB`);
+  await quit();
+  printFigures(figures);
 }
 
 main().catch((e) => { console.error(e); process.exit(1); });

@@ -18,6 +18,7 @@
 #include "SimMMode.h"
 #include "SimMediaBrowser.h"
 #include "SimPlayers.h"
+#include "SimProductionTests2.h"
 
 namespace {
 
@@ -182,7 +183,7 @@ class MediaStopTest : public MediaTest, public testing::WithParamInterface<StopC
 TEST_P(MediaStopTest, ExitStopsTheBrowserAndGoesBackToDigitalTv) {
     const StopCase& c = GetParam();
     Put("clip.ts");
-    Media().dtvServices = c.services;
+    Tv().Get<sim::DtvTuningState>().programs.assign(c.services, {1, 1});
     Tv().Get<sim::FrontEndState>().routeTypes = c.routes;
     Start();
     Journal().Clear();

@@ -772,6 +772,14 @@ private:
                               MAPI_U8& step, MAPI_U8& flag);
     // Entry of a test page that stays until its exit key.
     void OpenTestPage(const char* page);
+    // Entry of a page that takes the set's UI: the state reset, the page alone on
+    // screen, the host told and the web page shown.
+    void OpenPage(const char* page);
+    // The exit of a test page: its "-Show" 0, its mode flag cleared, the OSD flag off.
+    MAPI_BOOL CloseTestPage(const char* showCmd, MAPI_U8& mode);
+    // The exit of an editor page: its mode flag cleared, the OSD flag off, its "-Show" 0,
+    // and the set's UI given back to the host.
+    MAPI_BOOL CloseEditorPage(const char* showCmd, MAPI_U8& mode);
     // The sensor value page's reading, as a number, or "NG" when the sensor is silent.
     void ShowAutoBrightnessSensorValue();
     // The panel's backlight and the sound's balance as they were before the checks.

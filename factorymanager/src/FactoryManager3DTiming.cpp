@@ -309,10 +309,5 @@ MAPI_BOOL FactoryManager::Factory3DTimingRGYBKey(unsigned char item, short delta
 }
 
 MAPI_BOOL FactoryManager::Exit3DTimingMode() {
-    m_b3DTimingMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    NotifyUI(0, "3DTimingAdjust-Show", 0);
-    InfoZYTAppMgr(0);
-    InfoWebAppMgrHideShowPage(0, 1);
-    return 1;
+    return CloseEditorPage("3DTimingAdjust-Show", m_b3DTimingMode);
 }

@@ -27,10 +27,7 @@ enum AdvCommand : MAPI_U8 { kSetAudy = 53, kReadCLevel = 54, kSetParam = 55, kRe
 
 MAPI_BOOL FactoryManager::OnEvent_AudioAudysseyADV(void*, void*, void*) {
     FACTORY_LOG(FACTORY_LOG_INFO, "OnEvent_AudioAudysseyADV");
-    ResetState();
-    NotifyUI(0, "HideAllUIExcept", "AudioADV");
-    InfoZYTAppMgr(1);
-    InfoWebAppMgrHideShowPage(1, 1);
+    OpenPage("AudioADV");
     m_bAudioADVMode = 1;
     m_pFactoryCmd->SetFactoryOSDStatus(1);
     m_u8ADVItem = 0;
@@ -94,39 +91,31 @@ MAPI_BOOL FactoryManager::FactorySetAudioADV() {
     if (audio == nullptr) {
         return 0;
     }
+    // A reading shows its title and value; a setting leaves both rows empty.
+    auto reading = [this](const char* title, MAPI_U32 value) {
+        NotifyUI(0, "AudioADV-Result-Title", title);
+        NotifyUI(0, "AudioADV-Result-Value", value);
+        return MAPI_BOOL{1};
+    };
     switch (m_u8ADVParam1) {
         case kSetAudy:
             audio->ADVSND_SetAudyParam(m_u8ADVParam2, m_u8ADVParam3);
-            NotifyUI(0, "AudioADV-Result-Title", "");
-            NotifyUI(0, "AudioADV-Result-Value", "");
-            return 1;
-        case kReadCLevel: {
-            const MAPI_U32 v = audio->ADVSND_GetAudyCLevel(m_u8ADVParam2);
-            NotifyUI(0, "AudioADV-Result-Title", "audy_clevel:");
-            NotifyUI(0, "AudioADV-Result-Value", v);
-            return 1;
-        }
+            break;
+        case kReadCLevel:
+            return reading("audy_clevel:", audio->ADVSND_GetAudyCLevel(m_u8ADVParam2));
         case kSetParam:
             audio->ADVSND_SetParam(m_u8ADVParam2, m_u8ADVParam3, 0);
-            NotifyUI(0, "AudioADV-Result-Title", "");
-            NotifyUI(0, "AudioADV-Result-Value", "");
-            return 1;
-        case kReadParam: {
-            const MAPI_U32 v = audio->ADVSND_GetAudyParam(m_u8ADVParam2);
-            NotifyUI(0, "AudioADV-Result-Title", "audy_param:");
-            NotifyUI(0, "AudioADV-Result-Value", v);
-            return 1;
-        }
+            break;
+        case kReadParam:
+            return reading("audy_param:", audio->ADVSND_GetAudyParam(m_u8ADVParam2));
         default:
             return 0;
     }
+    NotifyUI(0, "AudioADV-Result-Title", "");
+    NotifyUI(0, "AudioADV-Result-Value", "");
+    return 1;
 }
 
 MAPI_BOOL FactoryManager::ExitAudioADVMode() {
-    m_bAudioADVMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    NotifyUI(0, "AudioADV-Show", 0);
-    InfoZYTAppMgr(0);
-    InfoWebAppMgrHideShowPage(0, 1);
-    return 1;
+    return CloseEditorPage("AudioADV-Show", m_bAudioADVMode);
 }

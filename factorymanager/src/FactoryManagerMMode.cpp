@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "FactoryAssert.h"
 #include "FactoryEventIds.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
@@ -46,10 +47,7 @@ constexpr const char* kLinePreparation[] = {
 // A set whose system database is not the DVB variant is built wrong: stop here,
 // as the service staff's logs expect.
 [[noreturn]] void AssertFail(const char* function) {
-    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager.cpp", function,
-           kDatabaseAssertLine);
-    fflush(stdout);
-    abort();
+    FactoryAssert::Fail(FactoryAssert::kManagerFile, function, kDatabaseAssertLine);
 }
 
 }  // namespace

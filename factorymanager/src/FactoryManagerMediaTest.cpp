@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "FactoryAssert.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
 #include "MSrv_ChannelManager.h"
@@ -35,10 +36,7 @@ void ReleaseBrowser(MediaManager& browser) {
 }
 
 [[noreturn]] void AssertFail(const char* function) {
-    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager", function,
-           kServiceCountAssertLine);
-    fflush(stdout);
-    abort();
+    FactoryAssert::Fail(FactoryAssert::kManagerStem, function, kServiceCountAssertLine);
 }
 
 }  // namespace

@@ -307,10 +307,7 @@ MAPI_BOOL FactoryManager::OnTimer_MACaddressCheck(void*, void*, void*) {
 
 MAPI_BOOL FactoryManager::OnEvent_WLANAPScan(void*, void*, void*) {
     FACTORY_LOG(FACTORY_LOG_INFO, "OnEvent_WLANAPScan");
-    ResetState();
-    NotifyUI(0, "HideAllUIExcept", "WLANAPScan");
-    InfoZYTAppMgr(1);
-    InfoWebAppMgrHideShowPage(1, 1);
+    OpenPage("WLANAPScan");
     NotifyUI(0, "WLAN-AP-Scan", "Scanning");
     m_bAPListShown = 1;
     ST_WIFI_AP_INFO found[kMaxAccessPoints];

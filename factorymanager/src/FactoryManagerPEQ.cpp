@@ -306,11 +306,4 @@ MAPI_BOOL FactoryManager::SetPEQParam(unsigned char f0Index, unsigned char f0Div
     }
 }
 
-MAPI_BOOL FactoryManager::ExitPEQ() {
-    m_bPEQMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    NotifyUI(0, "PEQ-Show", 0);
-    InfoZYTAppMgr(0);
-    InfoWebAppMgrHideShowPage(0, 1);
-    return 1;
-}
+MAPI_BOOL FactoryManager::ExitPEQ() { return CloseEditorPage("PEQ-Show", m_bPEQMode); }

@@ -41,6 +41,29 @@ void FactoryManager::OpenTestPage(const char* page) {
     InfoWebAppMgrHideShowPage(1, 1);
 }
 
+void FactoryManager::OpenPage(const char* page) {
+    ResetState();
+    NotifyUI(0, "HideAllUIExcept", page);
+    InfoZYTAppMgr(1);
+    InfoWebAppMgrHideShowPage(1, 1);
+}
+
+MAPI_BOOL FactoryManager::CloseTestPage(const char* showCmd, MAPI_U8& mode) {
+    NotifyUI(0, showCmd, 0);
+    mode = 0;
+    m_pFactoryCmd->SetFactoryOSDStatus(0);
+    return 1;
+}
+
+MAPI_BOOL FactoryManager::CloseEditorPage(const char* showCmd, MAPI_U8& mode) {
+    mode = 0;
+    m_pFactoryCmd->SetFactoryOSDStatus(0);
+    NotifyUI(0, showCmd, 0);
+    InfoZYTAppMgr(0);
+    InfoWebAppMgrHideShowPage(0, 1);
+    return 1;
+}
+
 // ---- Auto-brightness sensor value (event 194, timer 3) ---------------------------------------
 
 MAPI_BOOL FactoryManager::OnEvent_AutoBrightnessSensorValue(void*, void*, void*) {
@@ -73,19 +96,13 @@ void FactoryManager::ShowAutoBrightnessSensorValue() {
 
 MAPI_BOOL FactoryManager::ExitAutoBrightnessSensorValueMode() {
     KillTimer(kSensorTimer);
-    NotifyUI(0, "AutoBrightnessSensorValue-Show", 0);
-    m_bAutoBrightnessSensorValueMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    return 1;
+    return CloseTestPage("AutoBrightnessSensorValue-Show", m_bAutoBrightnessSensorValueMode);
 }
 
 // The sensor page without a value has no event in this library; its exit key still
 // closes it cleanly should the platform open it.
 MAPI_BOOL FactoryManager::ExitAutoBrightnessSensor() {
-    NotifyUI(0, "AutoBrightnessSensor-Show", 0);
-    m_bAutoBrightnessSensorMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    return 1;
+    return CloseTestPage("AutoBrightnessSensor-Show", m_bAutoBrightnessSensorMode);
 }
 
 // ---- Backlight check (event 195) -----------------------------------------------------------
@@ -107,10 +124,7 @@ MAPI_BOOL FactoryManager::OnEvent_BackLightCheck(void*, void*, void*) {
 
 MAPI_BOOL FactoryManager::ExitBackLightLevel() {
     Backlight()->SetBacklight(m_u8SavedBacklight);
-    NotifyUI(0, "BackLightCheck-Show", 0);
-    m_bBackLightLevelMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    return 1;
+    return CloseTestPage("BackLightCheck-Show", m_bBackLightLevelMode);
 }
 
 // ---- Audio balance check (event 198) ---------------------------------------------------------
@@ -133,8 +147,5 @@ MAPI_BOOL FactoryManager::OnEvent_AudioBalanceCheck(void*, void*, void*) {
 
 MAPI_BOOL FactoryManager::ExitAudioBalanceCheck() {
     Sound()->SetBalance(m_u8SavedBalance);
-    NotifyUI(0, "AudioBalanceCheck-Show", 0);
-    m_bAudioBalanceCheckMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    return 1;
+    return CloseTestPage("AudioBalanceCheck-Show", m_bAudioBalanceCheckMode);
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 
+#include "FactoryAssert.h"
 #include "FactoryEventIds.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
@@ -47,9 +48,7 @@ MSrv_DTV_Player_DVBS* DvbsPlayer() {
 }
 
 [[noreturn]] void AssertFail(const char* function, int line) {
-    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager", function, line);
-    fflush(stdout);
-    abort();
+    FactoryAssert::Fail(FactoryAssert::kManagerStem, function, line);
 }
 
 // Prints an M-mode line as the satellite tests do: framed by newlines.
@@ -190,23 +189,26 @@ MAPI_BOOL FactoryManager::OnDVBsSwitchDiSEqC_LNB1_LNB2() {
     m_bDiSEqCPortB = m_bLNBPower;
     const bool mMode = m_pFactoryCmd->GetFactoryMmodeStatus() != 0;
     // The console names input A port 1 while port 0 is what the switch gets.
-    if (m_bDiSEqCPortB) {
-        if (mMode) {
-            MModeLine("(FACTORY:) DiSEqC SW B");
-        }
-        printf("\n~~ (FACTORY:) DiSEqC SW B, DiSEqCSwitchPort 4 \n");
-        NotifyUI(0, "DiSEqC-Switching", "Dish Position : Position B");
-        dvbs->DiSEqCSwitchPort(4, 0);
-        dvbs->DiSEqCSwitchPort(4, 0);
-    } else {
-        if (mMode) {
-            MModeLine("(FACTORY:) DiSEqC SW A");
-        }
-        printf("\n~~ (FACTORY:) DiSEqC SW A, DiSEqCSwitchPort 1 \n");
-        NotifyUI(0, "DiSEqC-Switching", "Dish Position : Position A");
-        dvbs->DiSEqCSwitchPort(0, 0);
-        dvbs->DiSEqCSwitchPort(0, 0);
+    struct Position {
+        const char* mModeLine;
+        const char* console;
+        const char* text;
+        unsigned char port;
+    };
+    static const Position kPositions[] = {
+        {"(FACTORY:) DiSEqC SW A", "\n~~ (FACTORY:) DiSEqC SW A, DiSEqCSwitchPort 1 \n",
+         "Dish Position : Position A", 0},
+        {"(FACTORY:) DiSEqC SW B", "\n~~ (FACTORY:) DiSEqC SW B, DiSEqCSwitchPort 4 \n",
+         "Dish Position : Position B", 4},
+    };
+    const Position& position = kPositions[m_bDiSEqCPortB ? 1 : 0];
+    if (mMode) {
+        MModeLine(position.mModeLine);
     }
+    printf("%s", position.console);
+    NotifyUI(0, "DiSEqC-Switching", position.text);
+    dvbs->DiSEqCSwitchPort(position.port, 0);
+    dvbs->DiSEqCSwitchPort(position.port, 0);
     KillTimer(FactoryTimer::DiSEqCSwitching);
     SetTimer(kShowMs, FactoryTimer::DiSEqCSwitching, E_TIMER_ONESHOT);
     return 1;
@@ -240,11 +242,8 @@ MAPI_BOOL FactoryManager::OnTimer_FactoryDVBSManualTuningToggle(void*, void*, vo
 MAPI_BOOL FactoryManager::OnEvent_FactoryDVBSManualTuningToggle(void*, void* p2, void*) {
     const uintptr_t request = reinterpret_cast<uintptr_t>(p2);
     if (m_bPolarizationMode == 0) {
-        ResetState();
-        NotifyUI(0, "HideAllUIExcept", "PolarizationHV");
+        OpenPage("PolarizationHV");
         m_bPolarizationMode = 1;
-        InfoZYTAppMgr(1);
-        InfoWebAppMgrHideShowPage(1, 1);
     }
     std::unique_ptr<MW_DTV_ScanParam_DVBS> param(new (std::nothrow) MW_DTV_ScanParam_DVBS());
     if (!param) {

@@ -80,10 +80,7 @@ MAPI_BOOL FactoryManager::OnTimer_FactoryScanFinishe(void*, void* p2, void*) {
 // ---- CI slot test (event 239, timer 48) --------------------------------------------------
 
 MAPI_BOOL FactoryManager::OnEvent_CITestStatus(void*, void*, void*) {
-    ResetState();
-    NotifyUI(0, "HideAllUIExcept", "CITest");
-    InfoZYTAppMgr(1);
-    InfoWebAppMgrHideShowPage(1, 1);
+    OpenPage("CITest");
     MSrv_DTV_Player_DVB* dvb = MSrv_Control::GetInstance()->GetMSrvDtv();
     if (dvb != nullptr) {
         dvb->SetScreenMuteSwitch(1);
@@ -111,12 +108,7 @@ MAPI_BOOL FactoryManager::OnTimer_CITestStatus(void*, void*, void*) {
     return 1;
 }
 
-MAPI_BOOL FactoryManager::ExitCITestStatus() {
-    NotifyUI(0, "CITest-Show", 0);
-    m_bCITestMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    return 1;
-}
+MAPI_BOOL FactoryManager::ExitCITestStatus() { return CloseTestPage("CITest-Show", m_bCITestMode); }
 
 // ---- Channel preset (event 192, timer 49) ----------------------------------------------
 
@@ -200,8 +192,5 @@ MAPI_BOOL FactoryManager::CloneCopyResult(unsigned char result) {
 }
 
 MAPI_BOOL FactoryManager::ExitCloneCopy() {
-    NotifyUI(0, "Clone-Copy-Show", 0);
-    m_bCloneCopyMode = 0;
-    m_pFactoryCmd->SetFactoryOSDStatus(0);
-    return 1;
+    return CloseTestPage("Clone-Copy-Show", m_bCloneCopyMode);
 }

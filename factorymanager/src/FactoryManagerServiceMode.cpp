@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "FactoryAssert.h"
 #include "FactoryKeyCodes.h"
 #include "FactoryLog.h"
 #include "FactoryManager.h"
@@ -72,9 +73,7 @@ Range ServiceRange(MSrv_Factory_Cmd& cmd, MAPI_U16 addr) {
 // A set without system information is built wrong: stop here, as the service staff's
 // logs expect.
 [[noreturn]] void AssertFail(const char* function, int line) {
-    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager.cpp", function, line);
-    fflush(stdout);
-    abort();
+    FactoryAssert::Fail(FactoryAssert::kManagerFile, function, line);
 }
 
 }  // namespace
@@ -180,10 +179,7 @@ void FactoryManager::FactoryShowDModeUI(unsigned char show) {
 MAPI_BOOL FactoryManager::OnEvent_FactoryVideoCheck(void*, void*, void*) {
     FACTORY_LOG(FACTORY_LOG_INFO, "OnEvent_FactoryVideoCheck");
     if (!m_bDModeOpen) {
-        ResetState();
-        NotifyUI(0, "HideAllUIExcept", "DMode");
-        InfoZYTAppMgr(1);
-        InfoWebAppMgrHideShowPage(1, 1);
+        OpenPage("DMode");
     }
     m_bDModeOpen = 1;
     m_pFactoryCmd->SetFactoryOSDStatus(1);

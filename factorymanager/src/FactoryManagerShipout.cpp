@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "FactoryAssert.h"
 #include "FactoryEventIds.h"
 #include "FactoryListenerCodes.h"
 #include "FactoryLog.h"
@@ -39,10 +40,7 @@ constexpr const char* kShipoutWipe[] = {
 };
 
 [[noreturn]] void AssertFail(const char* function) {
-    printf("ASSERT FAIL: %s %s %d\n", "./factorymanager/src/FactoryManager.cpp", function,
-           kFactoryCmdAssertLine);
-    fflush(stdout);
-    abort();
+    FactoryAssert::Fail(FactoryAssert::kManagerFile, function, kFactoryCmdAssertLine);
 }
 
 }  // namespace

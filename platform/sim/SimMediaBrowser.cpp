@@ -11,6 +11,7 @@
 #include "MSrv_DTV_Player.h"
 #include "MediaManager.h"
 #include "SimPlayers.h"
+#include "SimProductionTests2.h"
 #include "TVManager.h"
 
 using sim::ArgList;
@@ -198,7 +199,7 @@ MAPI_BOOL MSrv_ChannelManager::GetDtvServiceCount(long* count) {
     if (count == nullptr || State().serviceCountFails) {
         return 0;
     }
-    *count = State().dtvServices;
+    *count = static_cast<long>(sim::Set::Instance().Get<sim::DtvTuningState>().programs.size());
     return 1;
 }
 

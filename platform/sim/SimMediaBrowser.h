@@ -29,8 +29,8 @@ struct MediaState : Area {
     std::string playing;            // the play list's file set for playing
     std::string state = "stopped";  // "playing", "paused" or "stopped"
 
-    // The channel list and the DTV routes.
-    long dtvServices = 12;
+    // The channel list's count of DTV services is that of the channel manager's
+    // programs (DtvTuningState); only its read can fail here.
     bool serviceCountFails = false;
     bool programPlaying = false;
 };

@@ -173,8 +173,6 @@ std::vector<Field> SoundMediaFields() {
         Flag("media-init-fails", "1: the media browser fails to start", &MediaState::initFails),
         Flag("media-play-fails", "1: the media browser fails to play", &MediaState::playFails),
         MediaPlayer(),
-        Number("dtv-services", "the number of DTV services in the channel list",
-               &MediaState::dtvServices, 100000),
         Flag("dtv-service-count-fails",
              "1: the DTV service count cannot be read (stopping the media test aborts)",
              &MediaState::serviceCountFails),
