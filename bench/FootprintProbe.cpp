@@ -109,7 +109,14 @@ int main(int argc, char** argv) {
     std::printf("rss_constructed_kib %ld\n", constructed - base);
     std::printf("rss_connected_kib %ld\n", connected - base);
     std::printf("rss_notified_kib %ld\n", notified - base);
-    std::printf("library_threads %zu\n", library.size());
+    std::printf("library_threads %zu:", library.size());
+    for (const auto& id : library) {
+        std::ifstream comm("/proc/self/task/" + id + "/comm");
+        std::string name;
+        std::getline(comm, name);
+        std::printf(" %s", name.c_str());
+    }
+    std::printf("\n");
     std::printf("idle_wakeups %ld in %d s\n", idle, idleSeconds);
     sim::Set::Instance().Shutdown();
     return 0;

@@ -21,7 +21,7 @@ while [ $# -gt 0 ]; do
 done
 [ "${#arches[@]}" -eq 0 ] && arches=(amd64 armhf arm64)
 
-printf '| arch | stripped library | RSS after construction | after page connected | after %s notifications | library threads | idle wake-ups in %s s |\n' "$count" "$idle"
+printf '| arch | stripped library | RSS after construction | after page connected | after %s notifications | threads started with it | their wake-ups, idle |\n' "$count"
 printf '|---|---|---|---|---|---|---|\n'
 for arch in "${arches[@]}"; do
   case "$arch" in
@@ -42,8 +42,8 @@ for arch in "${arches[@]}"; do
   size=$(stat -c %s "$stripped")
   rm -f "$stripped"
   out=$(cd "$build" && TMPDIR=$(mktemp -d) "${run[@]}" "$build/bench/vq27_footprint" "$count" "$idle")
-  field() { echo "$out" | awk -v k="$1" '$1 == k {print $2}'; }
-  printf '| %s | %d KB | %d KiB | %d KiB | %d KiB | %s | %s |\n' "$arch" $((size / 1024)) \
+  field() { echo "$out" | awk -v k="$1" '$1 == k {$1 = ""; sub(/^ /, ""); print}'; }
+  printf '| %s | %d KB | %s KiB | %s KiB | %s KiB | %s | %s |\n' "$arch" $((size / 1024)) \
     "$(field rss_constructed_kib)" "$(field rss_connected_kib)" "$(field rss_notified_kib)" \
     "$(field library_threads)" "$(field idle_wakeups)"
 done
