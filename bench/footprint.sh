@@ -34,7 +34,7 @@ for arch in "${arches[@]}"; do
            run=(qemu-aarch64 -L /usr/aarch64-linux-gnu) ;;
   esac
   [ "$arch" != amd64 ] && "$root/scripts/install-deps.sh" --target "$arch" >/dev/null
-  cmake -S "$root" -B "$build" -G Ninja "${config[@]}" >/dev/null
+  cmake -S "$root" -B "$build" -G Ninja "${config[@]}" -DVQ27_BUILD_BENCH=ON >/dev/null
   cmake --build "$build" -j2 --target vq27_factory vq27_footprint >/dev/null
   lib=$(readlink -f "$build/factorymanager/libvq27_factory.so")
   stripped=$(mktemp)
