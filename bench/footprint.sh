@@ -28,10 +28,10 @@ for arch in "${arches[@]}"; do
     amd64) build="$root/build"; config=(); strip=strip; run=() ;;
     armhf) build="$root/build-armhf"; strip=arm-linux-gnueabihf-strip
            config=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-armhf.cmake")
-           run=(qemu-arm -L /usr/arm-linux-gnueabihf) ;;
+           run=(qemu-arm -L /) ;;
     arm64) build="$root/build-arm64"; strip=aarch64-linux-gnu-strip
            config=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-arm64.cmake")
-           run=(qemu-aarch64 -L /usr/aarch64-linux-gnu) ;;
+           run=(qemu-aarch64 -L /) ;;
   esac
   [ "$arch" != amd64 ] && "$root/scripts/install-deps.sh" --target "$arch" >/dev/null
   cmake -S "$root" -B "$build" -G Ninja "${config[@]}" -DVQ27_BUILD_BENCH=ON >/dev/null

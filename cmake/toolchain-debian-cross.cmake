@@ -21,7 +21,8 @@ set(ENV{PKG_CONFIG_LIBDIR}
   ${VQ27_CROSS}/usr/lib/${VQ27_TRIPLET}/pkgconfig:/usr/lib/${VQ27_TRIPLET}/pkgconfig:/usr/share/pkgconfig)
 set(ENV{PKG_CONFIG_PATH} "")
 
-# Test programs run under qemu-user with the target's loader and libraries; no binfmt
-# registration is needed. -L makes qemu find /lib/ld-linux-*.so in the cross root,
-# QEMU_LD_PREFIX the same for programs it starts from a shell.
-set(CMAKE_CROSSCOMPILING_EMULATOR ${VQ27_QEMU} -L /usr/${VQ27_TRIPLET})
+# Test programs run under qemu-user; no binfmt registration is needed. "-L /": the
+# target's loader is the multiarch one (libc6:ARCH), the very version of the libc it
+# loads. The cross toolchain's own copy under /usr/<triplet> is older, and with the
+# newer libc every pthread_create crashes.
+set(CMAKE_CROSSCOMPILING_EMULATOR ${VQ27_QEMU} -L /)
