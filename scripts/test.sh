@@ -3,23 +3,36 @@
 #   scripts/test.sh                                  normal build in build/
 #   scripts/test.sh --sanitize address,undefined     the same with ASan and UBSan in build-address-undefined/
 #   scripts/test.sh --sanitize thread --tests REGEX  ThreadSanitizer, only the matching tests
+#   scripts/test.sh --target armhf|arm64             cross build in build-armhf/ (build-arm64/),
+#                                                    the suite under qemu-user (browser tests
+#                                                    stay with the host build)
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 sanitize=""
 tests=""
+target=""
 while [ $# -gt 0 ]; do
   case "$1" in
     --sanitize) sanitize="$2"; shift 2 ;;
     --tests) tests="$2"; shift 2 ;;
-    *) echo "usage: $0 [--sanitize LIST] [--tests REGEX]" >&2; exit 2 ;;
+    --target) target="$2"; shift 2 ;;
+    *) echo "usage: $0 [--sanitize LIST] [--tests REGEX] [--target armhf|arm64]" >&2; exit 2 ;;
   esac
 done
 
-"$root/scripts/install-deps.sh" --tests
-
 build="$root/build"
+config=(-DVQ27_SANITIZE="$sanitize")
+if [ -n "$target" ]; then
+  [ -n "$sanitize" ] && { echo "$0: --target builds without sanitizers" >&2; exit 2; }
+  "$root/scripts/install-deps.sh" --target "$target"
+  build="$root/build-$target"
+  config=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-$target.cmake")
+else
+  "$root/scripts/install-deps.sh" --tests
+fi
+
 [ -n "$sanitize" ] && build="$root/build-${sanitize//,/-}"
-cmake -S "$root" -B "$build" -G Ninja -DVQ27_SANITIZE="$sanitize" >/dev/null
+cmake -S "$root" -B "$build" -G Ninja "${config[@]}" >/dev/null
 cmake --build "$build" -j2
 
 export ASAN_OPTIONS="${ASAN_OPTIONS:-abort_on_error=0:detect_leaks=1}"

@@ -11,6 +11,7 @@
 #include <type_traits>
 
 #include "FactoryATCmdVersion.h"
+#include "FactoryExport.h"
 #include "MEvtHandle.h"
 #include "MSrv_DTV_Player_DVBS.h"
 #include "MTypes.h"
@@ -39,16 +40,17 @@ enum EN_CLONE_COPY : MAPI_U32 {
 typedef unsigned char (*EventListener)(unsigned long code, void* p1, void* p2);
 
 // Shared with the server thread, hence atomic; null until the host installs one.
-extern std::atomic<EventListener> g_pFactoryListener;
+extern VQ27_FACTORY_API std::atomic<EventListener> g_pFactoryListener;
 // Version strings gathered for the serial fixture's version check.
-extern ST_ATCMD_VERSION stATCMD_Version;
+extern VQ27_FACTORY_API ST_ATCMD_VERSION stATCMD_Version;
 // Platform version string buffer shared by the version readers.
-extern char u8VersionSoC[30];
+extern VQ27_FACTORY_API char u8VersionSoC[30];
 
-unsigned char FactoryKeyEventListener(unsigned long keyCode, unsigned long id, unsigned long sym);
-int onReceiveEvent(int evtType, int index);
+VQ27_FACTORY_API unsigned char FactoryKeyEventListener(unsigned long keyCode, unsigned long id,
+                                                       unsigned long sym);
+VQ27_FACTORY_API int onReceiveEvent(int evtType, int index);
 
-class FactoryManager : public MEvtHandle {
+class VQ27_FACTORY_API FactoryManager : public MEvtHandle {
 public:
     FactoryManager();
     ~FactoryManager() override;

@@ -9,7 +9,7 @@ const fs = require("node:fs");
 const os = require("node:os");
 const path = require("node:path");
 
-const { BINARY, freePort, runFactorySim } = require("./sim-run");
+const { BINARY, freePort, runFactorySim, simCommand } = require("./sim-run");
 
 function tempDir(name) {
   return fs.mkdtempSync(path.join(os.tmpdir(), name + "-"));
@@ -23,7 +23,7 @@ const run = (args, options = {}) =>
 async function start(args, { port = null } = {}) {
   const work = tempDir("factory-sim-live");
   port = port || await freePort();
-  const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), ...args],
+  const child = spawn(...simCommand(["--control-port", "0", "--port", String(port), ...args]),
                       { cwd: work, env: { ...process.env, TMPDIR: work } });
   const live = { child, port, work, stdout: "", stderr: "" };
   child.stdout.on("data", (d) => { live.stdout += d; });
@@ -386,8 +386,8 @@ test("paths that cannot be what they are named for are refused with status 2", a
   const r = await run(["--root", "root", "--script", "s.fsim"], { files: { "s.fsim": "wait 1\n" }, prepare: (w) => fs.mkdirSync(path.join(w, "root")) });
   assert.strictEqual(r.status, 0, r.stderr);
   assert.ok(fs.existsSync(path.join(r.work, "root", ".factory-sim-root")));
-  const again = spawnSync(BINARY, ["--root", path.join(r.work, "root"), "--port", String(await freePort()),
-                                   "--control-port", "0", "--script", path.join(r.work, "s.fsim")]);
+  const again = spawnSync(...simCommand(["--root", path.join(r.work, "root"), "--port", String(await freePort()),
+                                            "--control-port", "0", "--script", path.join(r.work, "s.fsim")]));
   assert.strictEqual(again.status, 0, String(again.stderr));
 });
 

@@ -4,10 +4,10 @@
 const { test } = require("node:test");
 const assert = require("node:assert");
 const { spawnSync } = require("node:child_process");
-const { BINARY, freePort, runFactorySim } = require("./sim-run");
+const { freePort, runFactorySim, simCommand } = require("./sim-run");
 
 test("--version names the build and runs nothing", () => {
-  const r = spawnSync(BINARY, ["--version"], { encoding: "utf8" });
+  const r = spawnSync(...simCommand(["--version"]), { encoding: "utf8" });
   assert.strictEqual(r.status, 0, r.stderr);
   assert.match(r.stdout, /^factory-sim \d+\.\d+\.\d+\n$/);
 });
@@ -22,7 +22,7 @@ test("bad command lines end with status 2, the reason and the usage, before anyt
     [["script.fsim"], /unknown option: script\.fsim/],
   ];
   for (const [args, reason] of cases) {
-    const r = spawnSync(BINARY, ["--no-control", ...args], { encoding: "utf8", input: "" });
+    const r = spawnSync(...simCommand(["--no-control", ...args]), { encoding: "utf8", input: "" });
     assert.strictEqual(r.status, 2, args.join(" "));
     assert.match(r.stderr, reason, args.join(" "));
     assert.match(r.stderr, /\nusage: factory-sim \[options\]\n/, args.join(" "));

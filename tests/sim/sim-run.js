@@ -8,7 +8,15 @@ const os = require("node:os");
 const path = require("node:path");
 
 const BINARY = process.env.FACTORY_SIM;
+// A cross build's factory-sim runs through the emulator CTest names (qemu-user and its
+// options, space separated); the tests themselves stay on the host's node.
+const EMULATOR = (process.env.FACTORY_SIM_EMULATOR || "").split(" ").filter(Boolean);
 const EXAMPLES = process.env.FACTORY_SIM_EXAMPLES || path.join(__dirname, "..", "..", "examples");
+
+// [file, argv] that start factory-sim with args, through the emulator if there is one.
+function simCommand(args) {
+  return EMULATOR.length ? [EMULATOR[0], [...EMULATOR.slice(1), BINARY, ...args]] : [BINARY, args];
+}
 
 function freePort() {
   return new Promise((resolve) => {
@@ -31,7 +39,7 @@ async function runFactorySim(args, { files = {}, keep = false, prefix = "factory
   for (const [name, text] of Object.entries(files)) fs.writeFileSync(path.join(work, name), text);
   if (prepare) prepare(work);
   port = port || await freePort();
-  const child = spawn(BINARY, ["--control-port", "0", "--port", String(port), ...args], {
+  const child = spawn(...simCommand(["--control-port", "0", "--port", String(port), ...args]), {
     cwd: work, env: { ...process.env, TMPDIR: tmp },
   });
   let stdout = "";
@@ -47,4 +55,4 @@ async function runFactorySim(args, { files = {}, keep = false, prefix = "factory
   return { status, stdout, stderr, work, tmp };
 }
 
-module.exports = { BINARY, EXAMPLES, freePort, runFactorySim };
+module.exports = { BINARY, EXAMPLES, freePort, runFactorySim, simCommand };

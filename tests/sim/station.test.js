@@ -9,7 +9,7 @@ const net = require("node:net");
 const fs = require("node:fs");
 const os = require("node:os");
 const path = require("node:path");
-const { BINARY, EXAMPLES, runFactorySim } = require("./sim-run");
+const { EXAMPLES, runFactorySim, simCommand } = require("./sim-run");
 
 const SCHEMA = JSON.parse(fs.readFileSync(
   path.join(__dirname, "..", "..", "tools", "factory-sim", "record.schema.json"), "utf8"));
@@ -294,7 +294,7 @@ test("--golden-write writes what --compare accepts, without log lines", async ()
 // factory-sim on its console until stop(); resolves with the ports it printed.
 async function startStation(args) {
   const work = fs.mkdtempSync(path.join(os.tmpdir(), "station-"));
-  const child = spawn(BINARY, args, { cwd: work, env: { ...process.env, TMPDIR: work } });
+  const child = spawn(...simCommand(args), { cwd: work, env: { ...process.env, TMPDIR: work } });
   const live = { child, stdout: "", stderr: "" };
   child.stdout.on("data", (d) => { live.stdout += d; });
   child.stderr.on("data", (d) => { live.stderr += d; });
@@ -441,8 +441,8 @@ test("a station stopped by SIGTERM records the cut step as an ERROR", async () =
   const work = fs.mkdtempSync(path.join(os.tmpdir(), "station-stop-"));
   try {
     fs.writeFileSync(path.join(work, "l.fsim"), "phase long\nwait 1\nwait 60000\nwait 5\n");
-    const child = spawn(BINARY, ["--real-time", "--port", "0", "--control-port", "0", "--script", "l.fsim",
-                                 "--record", "l.json", "--junit", "l.xml"], { cwd: work, env: { ...process.env, TMPDIR: work } });
+    const child = spawn(...simCommand(["--real-time", "--port", "0", "--control-port", "0", "--script", "l.fsim",
+                                 "--record", "l.json", "--junit", "l.xml"]), { cwd: work, env: { ...process.env, TMPDIR: work } });
     let stdout = "";
     child.stdout.on("data", (d) => { stdout += d; });
     const closed = new Promise((resolve) => child.on("close", resolve));

@@ -102,7 +102,8 @@ bool ReadFile(const std::string& path, std::string& text) {
     return true;
 }
 
-// The page: --ui, else the copy installed beside the binary, else the source tree's.
+// The page: --ui, else the copy beside the binary (build tree), else the installed
+// one under share/, else the source tree's.
 std::string FindUiFile(const Options& options) {
     if (!options.uiFile.empty()) {
         return options.uiFile;
@@ -112,6 +113,10 @@ std::string FindUiFile(const Options& options) {
         fs::read_symlink("/proc/self/exe", ec).parent_path() / "factory-ui.html";
     if (!ec && fs::exists(beside, ec)) {
         return beside.string();
+    }
+    const fs::path installed = beside.parent_path() / FACTORY_SIM_UI_INSTALLED;
+    if (!ec && fs::exists(installed, ec)) {
+        return installed.string();
     }
     return FACTORY_SIM_UI_SOURCE;
 }
