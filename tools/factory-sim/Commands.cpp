@@ -19,15 +19,6 @@ namespace factorysim {
 
 namespace {
 
-std::vector<std::string> Split(const std::string& line) {
-    std::istringstream in(line);
-    std::vector<std::string> words;
-    for (std::string w; in >> w;) {
-        words.push_back(w);
-    }
-    return words;
-}
-
 // The text after the first n words, as typed (values may hold blanks).
 std::string After(const std::string& line, size_t n) {
     size_t pos = 0;
@@ -118,7 +109,7 @@ void Commands::OnEventThread(const std::function<void()>& work) {
 }
 
 Outcome Commands::Execute(const std::string& line) {
-    const Words words = Split(line);
+    const Words words = SplitWords(line);
     if (words.empty() || words[0][0] == '#') {
         return {};
     }

@@ -14,6 +14,8 @@
 #include <map>
 #include <sstream>
 
+#include "Names.h"
+
 namespace factorysim {
 
 const char kControlHeader[] = "X-Factory-Control";
@@ -47,14 +49,6 @@ std::string Lower(std::string text) {
         c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     }
     return text;
-}
-
-std::string Trim(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string::npos) {
-        return "";
-    }
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
 // A Content-Length is decimal digits only, and fits.

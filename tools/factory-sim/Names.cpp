@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
+#include <sstream>
 
 #include "FactoryEventIds.h"
 #include "FactoryKeyCodes.h"
@@ -163,6 +164,23 @@ std::string ListenerMeaning(unsigned long code) {
         }
     }
     return "unknown code";
+}
+
+std::vector<std::string> SplitWords(const std::string& line) {
+    std::istringstream in(line);
+    std::vector<std::string> words;
+    for (std::string w; in >> w;) {
+        words.push_back(w);
+    }
+    return words;
+}
+
+std::string Trim(const std::string& text) {
+    const auto first = text.find_first_not_of(" \t\r");
+    if (first == std::string::npos) {
+        return "";
+    }
+    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
 }  // namespace factorysim

@@ -46,4 +46,9 @@ std::string ListenerMeaning(unsigned long code);
 // Parses a whole word as an unsigned number, decimal or 0x hex.
 std::optional<unsigned long long> ParseNumber(const std::string& word);
 
+// The words of a line, split at white space.
+std::vector<std::string> SplitWords(const std::string& line);
+// The text without the spaces, tabs and carriage returns around it.
+std::string Trim(const std::string& text);
+
 }  // namespace factorysim

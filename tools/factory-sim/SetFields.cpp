@@ -15,15 +15,6 @@ namespace factorysim {
 
 namespace {
 
-std::string Trim(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string::npos) {
-        return "";
-    }
-    const auto last = text.find_last_not_of(" \t\r");
-    return text.substr(first, last - first + 1);
-}
-
 // A file of the set, given by its TV path: key files, marker files, pages.
 Field FileField() {
     return {"file", "tv path", "a file under the set's root (value with \\n, \\xHH escapes)",

@@ -13,23 +13,6 @@ namespace {
 // The run keeps this many of its notifications for a failing step's attachment.
 constexpr size_t kRecentNotes = 50;
 
-std::vector<std::string> Words(const std::string& line) {
-    std::istringstream in(line);
-    std::vector<std::string> words;
-    for (std::string w; in >> w;) {
-        words.push_back(w);
-    }
-    return words;
-}
-
-std::string Trim(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string::npos) {
-        return "";
-    }
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
 }  // namespace
 
 const char* OutcomeName(StepOutcome outcome) {
@@ -171,7 +154,7 @@ void Station::EndStep(bool ok, const std::string& output, uint64_t nowMs) {
     Step& step = m_steps.back();
     step.endMs = nowMs;
     step.output = output;
-    const std::vector<std::string> words = Words(step.text);
+    const std::vector<std::string> words = SplitWords(step.text);
     const bool isExpect = !words.empty() && (words[0] == "expect" || words[0] == "expect-none");
     if (ok) {
         step.outcome = StepOutcome::Pass;
@@ -284,7 +267,7 @@ Progress Station::CurrentProgress(uint64_t nowMs) const {
         const Step& step = m_steps.back();
         p.line = step.line;
         p.text = step.text;
-        const std::vector<std::string> words = Words(step.text);
+        const std::vector<std::string> words = SplitWords(step.text);
         if (m_inStep && words.size() >= 2 && words[0] == "wait") {
             if (const auto ms = ParseNumber(words[1])) {
                 p.wait = std::make_pair(step.startMs, step.startMs + *ms);

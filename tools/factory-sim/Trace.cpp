@@ -43,7 +43,8 @@ void Trace::Write(uint64_t tMs, const char* kind, const std::string& rest) {
     if (!Wanted()) {
         return;
     }
-    const std::string line = "{\"t\":" + std::to_string(tMs) + ",\"kind\":\"" + kind + '"' + rest + "}";
+    const std::string line =
+        "{\"t\":" + std::to_string(tMs) + ",\"kind\":\"" + kind + '"' + rest + "}";
     if (m_observer) {
         m_observer(kind, line);
     }
