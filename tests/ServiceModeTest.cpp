@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "CallOrder.h"
 #include "FactoryManager.h"
 #include "MSrv_Factory_Cmd.h"
 #include "SetFixture.h"
@@ -47,21 +48,6 @@ protected:
         Journal().Clear();
     }
     MAPI_BOOL Key(unsigned long key) { return Fm().FactoryDoKeyAction(key); }
-
-    // The calls of the named functions, in the order they were made.
-    std::vector<std::string> CallsOf(std::initializer_list<std::string> fns) {
-        std::vector<std::string> out;
-        for (const auto& e : Journal().Entries()) {
-            for (const auto& fn : fns) {
-                if (e.kind == "call" && e.fn == fn) {
-                    const auto scope = e.fn.find("::");
-                    out.push_back((scope == std::string::npos ? e.fn : e.fn.substr(scope + 2)) +
-                                  e.args);
-                }
-            }
-        }
-        return out;
-    }
 };
 
 NoteList ValueNotes(const std::string& addr, const std::string& hex, const std::string& bin) {
@@ -126,10 +112,12 @@ TEST_F(ServiceModeTest, AServiceCommandOpensTheEditorOnTheItemThePlatformHolds) 
     )-"));
     EXPECT_EQ(Fm().m_bDModeOpen, 1);
     EXPECT_EQ(Fm().m_bVersionMode, 0) << "the page reset runs first";
-    EXPECT_EQ(CallsOf({"MSrv_Factory_Cmd::SetFactoryOSDStatus", "MSrv_Factory_Cmd::Set_S_D_Mode",
-                       "WebAppMgr_HidePage"}),
-              (std::vector<std::string>{"SetFactoryOSDStatus[0]", "WebAppMgr_HidePage[1]",
-                                        "SetFactoryOSDStatus[1]", "Set_S_D_Mode[1]"}));
+    EXPECT_EQ(
+        CallOrder({"MSrv_Factory_Cmd::SetFactoryOSDStatus", "MSrv_Factory_Cmd::Set_S_D_Mode",
+                   "WebAppMgr_HidePage"}),
+        (std::vector<std::string>{
+            "MSrv_Factory_Cmd::SetFactoryOSDStatus[0]", "WebAppMgr_HidePage[1]",
+            "MSrv_Factory_Cmd::SetFactoryOSDStatus[1]", "MSrv_Factory_Cmd::Set_S_D_Mode[1]"}));
     EXPECT_EQ(Cmd().g_u16ServiceModeAddr, 0x856) << "opening never moves the address";
     EXPECT_TRUE(Journal().HasLog("~~ /OTHER/ "));
 }
@@ -182,8 +170,9 @@ TEST_P(ServiceCommandTest, StepsTheValueAndStoresItThroughTheFactoryStore) {
     EXPECT_EQ(UiNotes(), expected);
     EXPECT_EQ(Value(0x805), c.expected);
     EXPECT_EQ(
-        CallsOf({"MSrv_Factory_Default::SetFactoryData", "MSrv_Factory_Cmd::ProcessServiceData"}),
-        std::vector<std::string>{"SetFactoryData[2053, " + std::to_string(c.expected) + "]"})
+        CallOrder({"MSrv_Factory_Default::SetFactoryData", "MSrv_Factory_Cmd::ProcessServiceData"}),
+        std::vector<std::string>{"MSrv_Factory_Default::SetFactoryData[2053, " +
+                                 std::to_string(c.expected) + "]"})
         << "written even when unchanged, and never through the service-data call";
     EXPECT_TRUE(Journal().HasLog(c.log)) << c.log;
 }
@@ -255,8 +244,9 @@ TEST_P(ServiceValueKeyTest, StepByOneWithWrapThroughTheServiceDataCall) {
     EXPECT_EQ(UiNotes().at(0), Str("DMode-Addr", "0x0829"));
     EXPECT_EQ(UiNotes().at(1), Str("DMode-Data", hex));
     EXPECT_EQ(
-        CallsOf({"MSrv_Factory_Default::SetFactoryData", "MSrv_Factory_Cmd::ProcessServiceData"}),
-        std::vector<std::string>{"ProcessServiceData[2089, " + std::to_string(c.expected) + "]"});
+        CallOrder({"MSrv_Factory_Default::SetFactoryData", "MSrv_Factory_Cmd::ProcessServiceData"}),
+        std::vector<std::string>{"MSrv_Factory_Cmd::ProcessServiceData[2089, " +
+                                 std::to_string(c.expected) + "]"});
     EXPECT_EQ(Value(0x829), c.expected);
 }
 
@@ -413,13 +403,14 @@ TEST_F(ServiceModeTest, TheResetCombinationRestoresAllServiceData) {
     Tv().Get<sim::FactoryIdentityState>().edidCheckSum[2] = 0;
     EXPECT_EQ(Key(kResetFirst), 0) << "the first key is not the editor's";
     EXPECT_EQ(Key(kResetSecond), 1);
-    EXPECT_EQ(
-        CallsOf({"MSrv_Factory_Default::RestoreDefaultServiceData",
-                 "MSrv_Factory_Default::RestoreDefaultServiceColor",
-                 "MSrv_Factory_Default::RestoreDefaultServiceAudio",
-                 "MSrv_Factory_Default::RestoreDefaultServiceEDID"}),
-        (std::vector<std::string>{"RestoreDefaultServiceData[0]", "RestoreDefaultServiceColor[0]",
-                                  "RestoreDefaultServiceAudio[0]", "RestoreDefaultServiceEDID[]"}));
+    EXPECT_EQ(CallOrder({"MSrv_Factory_Default::RestoreDefaultServiceData",
+                         "MSrv_Factory_Default::RestoreDefaultServiceColor",
+                         "MSrv_Factory_Default::RestoreDefaultServiceAudio",
+                         "MSrv_Factory_Default::RestoreDefaultServiceEDID"}),
+              (std::vector<std::string>{"MSrv_Factory_Default::RestoreDefaultServiceData[0]",
+                                        "MSrv_Factory_Default::RestoreDefaultServiceColor[0]",
+                                        "MSrv_Factory_Default::RestoreDefaultServiceAudio[0]",
+                                        "MSrv_Factory_Default::RestoreDefaultServiceEDID[]"}));
     EXPECT_EQ(Value(0x800), sim::ServiceDefaultValue(0x800));
     EXPECT_EQ(Value(0x900), 0);
     EXPECT_EQ(Value(0xA10), 0);
@@ -484,9 +475,10 @@ TEST_F(ServiceModeTest, ExitKeysCloseTheEditorAndEndAWhiteBalanceSession) {
         EXPECT_EQ(Cmd().g_u8WhiteBalanceCmd, 0);
         EXPECT_EQ(Cmd().g_bServiceNavLock, 0);
         EXPECT_EQ(UiNotes(), NoteList{Num("DMode", 0)});
-        EXPECT_EQ(CallsOf({"MSrv_Factory_Cmd::SetFactoryOSDStatus",
-                           "MSrv_Factory_Cmd::Set_S_D_Mode", "WebAppMgr_ShowPage"}),
-                  (std::vector<std::string>{"SetFactoryOSDStatus[0]", "Set_S_D_Mode[0]",
+        EXPECT_EQ(CallOrder({"MSrv_Factory_Cmd::SetFactoryOSDStatus",
+                             "MSrv_Factory_Cmd::Set_S_D_Mode", "WebAppMgr_ShowPage"}),
+                  (std::vector<std::string>{"MSrv_Factory_Cmd::SetFactoryOSDStatus[0]",
+                                            "MSrv_Factory_Cmd::Set_S_D_Mode[0]",
                                             "WebAppMgr_ShowPage[1]"}));
         EXPECT_EQ(Key(kNext), 0) << "the editor no longer takes keys";
     }
@@ -505,10 +497,10 @@ TEST_F(ServiceModeTest, NineGoesOnToTheVersionPage) {
     OpenAt(0x803);
     EXPECT_EQ(Key('9'), 1);
     const auto calls =
-        CallsOf({"MSrv_Factory_Cmd::SetFactoryOSDStatus", "MSrv_Factory_Cmd::Set_S_D_Mode"});
+        CallOrder({"MSrv_Factory_Cmd::SetFactoryOSDStatus", "MSrv_Factory_Cmd::Set_S_D_Mode"});
     ASSERT_GE(calls.size(), 2u);
-    EXPECT_EQ(calls[0], "SetFactoryOSDStatus[0]");
-    EXPECT_EQ(calls[1], "Set_S_D_Mode[0]");
+    EXPECT_EQ(calls[0], "MSrv_Factory_Cmd::SetFactoryOSDStatus[0]");
+    EXPECT_EQ(calls[1], "MSrv_Factory_Cmd::Set_S_D_Mode[0]");
     EXPECT_EQ(Service().sdMode, 0);
     for (const Note& n : UiNotes()) {
         EXPECT_NE(n, Num("DMode", 0)) << "the version page takes the screen over";

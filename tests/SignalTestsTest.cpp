@@ -160,14 +160,6 @@ TEST_F(SignalTest, AnotherPhaseOnlyRearmsTheClose) {
     EXPECT_EQ(TakeNotes(), NoteList{Num("ADC-Adjustment-OK-Show", 0)}) << "the last verdict";
 }
 
-TEST_F(SignalTest, ExitKeyClosesTheAdcPageAtOnce) {
-    Post(232, 0, 2);
-    ClearUiNotes();
-    EXPECT_EQ(Fm().FactoryDoKeyAction(FactoryKey::Exit), 1);
-    EXPECT_EQ(TakeNotes(), NoteList{Num("ADC-Adjustment-NG-Show", 0)});
-    EXPECT_EQ(Fm().m_bIsADCAdjustmentTesting, 0);
-}
-
 struct EdidCase {
     const char* name;
     bool pass;
