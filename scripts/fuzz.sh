@@ -22,16 +22,21 @@ for h in "${harnesses[@]}"; do
   mkdir -p "$build/corpus/$h"
   echo "== fuzz_$h: $seconds s"
   # -max_len: the server's 4 KiB bound and a little over; -close_fd_mask: the
-  # library's console lines stay out; -rss_limit_mb: a leak shows.
+  # library's console lines stay out; -rss_limit_mb: a leak shows; -timeout: one
+  # input that runs over 10 s ends the run and is saved (a set in virtual time can
+  # be driven into hours of timer ticks by one line).
   if ! (cd "$build" && ASAN_OPTIONS=detect_leaks=1 "$build/fuzz/fuzz_$h" \
-          -max_total_time="$seconds" -close_fd_mask=1 -max_len=8192 -rss_limit_mb=2048 -print_final_stats=1 \
-          -artifact_prefix="$build/crash-$h-" "$build/corpus/$h" "$root/fuzz/corpus/$h" \
+          -max_total_time="$seconds" -timeout=10 -close_fd_mask=1 -max_len=8192 -rss_limit_mb=2048 \
+          -print_final_stats=1 -artifact_prefix="$build/found-$h-" "$build/corpus/$h" "$root/fuzz/corpus/$h" \
           2>&1 | grep -E '^(#[0-9]+.*DONE|stat::number_of_executed_units|==[0-9]+==ERROR|SUMMARY|Done)' ); then
     :
   fi
-  if ls "$build/crash-$h-"* >/dev/null 2>&1; then
-    echo "fuzz_$h: crash saved in $build" >&2
+  # A crash, a leak or running out of memory fails the run; a slow input is reported.
+  if ls "$build/found-$h-"{crash,leak,oom}-* >/dev/null 2>&1; then
+    echo "fuzz_$h: crash, leak or out-of-memory input saved in $build" >&2
     status=1
+  elif ls "$build/found-$h-"timeout-* >/dev/null 2>&1; then
+    echo "fuzz_$h: an input ran over 10 s (saved in $build as found-$h-timeout-*)" >&2
   fi
 done
 exit $status
