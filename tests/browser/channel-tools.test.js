@@ -47,7 +47,6 @@ test("searching up from the first station shows the sweep, locks and stores with
   await label.waitFor({ state: "hidden", timeout: 5000 });
   const gone = Date.now() - shown;
   assert.ok(gone >= 350 && gone < 2000, "the label went after " + gone + " ms");
-  assert.match((await sim.control("get atv-programs")).text, /6:\d+:S-06 /);
 
   await page.click('#remote button[data-key="exit"]');
   await waitFor(async () => (await visible()).length === 0, 5000);

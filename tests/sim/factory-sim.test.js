@@ -494,16 +494,6 @@ test("a slow client holds neither the endpoint nor the set", async () => {
   }
 });
 
-test("the page served names the control endpoint, whatever its port", async () => {
-  const live = await start(["--real-time", "--root", "root"]);
-  try {
-    const page = await (await fetch("http://127.0.0.1:" + live.port + "/")).text();
-    assert.ok(page.includes('<meta name="factory-control" content="' + live.controlUrl + '">'), live.controlUrl);
-  } finally {
-    await live.stop();
-  }
-});
-
 test("SIGTERM and SIGINT shut the set down cleanly", async () => {
   for (const signal of ["SIGTERM", "SIGINT"]) {
     const live = await start(["--real-time", "--trace", "t.jsonl"]);

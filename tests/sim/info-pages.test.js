@@ -1,23 +1,14 @@
-// The information and tuner pages from factory-sim: the line-station example, the
-// satellite layout driven from `set`, the console copy of a page and the fields'
-// refusals.
+// The information and tuner pages from factory-sim: the satellite layout driven
+// from `set`, the console copy of a page and the fields' refusals.
 "use strict";
 const { test } = require("node:test");
 const assert = require("node:assert");
-const fs = require("node:fs");
-const path = require("node:path");
 
-const { EXAMPLES, runFactorySim } = require("./sim-run");
+const { runFactorySim } = require("./sim-run");
 
 async function run(script) {
   return runFactorySim(["--script", "s.fsim"], { files: { "s.fsim": script }, prefix: "info-pages-" });
 }
-
-test("the line-station example pages from the self-check page to a refreshing tuner page", async () => {
-  const r = await run(fs.readFileSync(path.join(EXAMPLES, "info-pages.fsim"), "utf8"));
-  assert.strictEqual(r.status, 0, r.stderr);
-  assert.match(r.stdout, /seen Tuner-SNR = 19\.5/);
-});
 
 test("a satellite route shows the satellite layout with the front end that was set", async () => {
   const r = await run([

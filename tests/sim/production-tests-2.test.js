@@ -1,12 +1,10 @@
-// factory-sim with the aging, tuning, CI and clone pages: the burn-in example and
-// the scan monitor, CI and clone outcomes driven from the console's fields.
+// factory-sim with the tuning, CI and clone pages: the scan monitor, CI and clone
+// outcomes driven from the console's fields.
 "use strict";
 const { test } = require("node:test");
 const assert = require("node:assert");
-const fs = require("node:fs");
-const path = require("node:path");
 
-const { EXAMPLES, runFactorySim } = require("./sim-run");
+const { runFactorySim } = require("./sim-run");
 
 // Runs a script to the end in a folder of its own; a file name is taken as it is.
 async function runScript(file, text) {
@@ -14,17 +12,6 @@ async function runScript(file, text) {
     files: text === undefined ? {} : { [file]: text }, prefix: "production-tests-2-",
   });
 }
-
-test("the eight-hour burn-in example runs in virtual time and pattern off stops the rasters", async () => {
-  const started = Date.now();
-  const r = await runScript(path.join(EXAMPLES, "burn-in.fsim"));
-  assert.strictEqual(r.status, 0, r.stderr);
-  assert.ok(Date.now() - started < 20000, "eight hours cost no real time");
-  const values = [...r.stdout.matchAll(/^(panel|raster-count) = (\S+)$/gm)].map((m) => m[1] + "=" + m[2]);
-  assert.deepStrictEqual(values, ["panel=red", "panel=green", "raster-count=28801", "panel=red",
-                                  "raster-count=28801"]);
-  assert.match(r.stdout, /key exit \(0xF062\): consumed/);
-});
 
 test("a cable run ends with the scan-result counts and closes its panel", async () => {
   const r = await runScript("scan.fsim", [

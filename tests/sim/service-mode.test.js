@@ -1,39 +1,12 @@
-// The service-data editor from factory-sim's console: the example script, the
-// service command and the service fields, and what they refuse.
+// The service-data editor from factory-sim's console: the service command and the
+// service fields, and what they refuse.
 "use strict";
 const { test } = require("node:test");
 const assert = require("node:assert");
-const fs = require("node:fs");
-const os = require("node:os");
-const path = require("node:path");
+const { runFactorySim } = require("./sim-run");
 
-const { EXAMPLES, runFactorySim } = require("./sim-run");
-
-async function runScript(script) {
-  return runFactorySim(["--script", script], { prefix: "service-mode-" });
-}
-
-async function runLines(lines) {
-  const dir = fs.mkdtempSync(path.join(os.tmpdir(), "service-script-"));
-  const file = path.join(dir, "s.fsim");
-  fs.writeFileSync(file, lines.join("\n") + "\n");
-  try {
-    return await runScript(file);
-  } finally {
-    fs.rmSync(dir, { recursive: true, force: true });
-  }
-}
-
-test("the example script drives the editor end to end", async () => {
-  const r = await runScript(path.join(EXAMPLES, "service-mode.fsim"));
-  assert.strictEqual(r.status, 0, r.stdout + r.stderr);
-  assert.match(r.stdout, /service step-up: event 200 FactoryVideoCheck delivered; item 0x805 = 6\n/);
-  assert.match(r.stdout, /factory\[0x805\] = 6\n/);
-  assert.match(r.stdout, /service-addr = 2054\n/);
-  assert.match(r.stdout, /factory\[0x806\] = 128\n/);
-  assert.match(r.stdout, /service-wb = none\n/);
-  assert.match(r.stdout, /script .*service-mode.fsim passed/);
-});
+const runLines = (lines) => runFactorySim(["--script", "s.fsim"], {
+  files: { "s.fsim": lines.join("\n") + "\n" }, prefix: "service-mode-" });
 
 test("each service command prepares its own fields only", async () => {
   const r = await runLines([

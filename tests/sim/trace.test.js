@@ -20,14 +20,7 @@ async function traced(script, { args = [], files = {} } = {}) {
 test("eight hours of burn-in keep every tick in the trace, and none of the settling", async () => {
   const r = await traced(fs.readFileSync(path.join(EXAMPLES, "burn-in.fsim"), "utf8"));
   assert.strictEqual(r.status, 0, r.stderr);
-  const rasters = r.trace.filter((e) => e.kind === "call" && /Raster$/.test(e.fn));
-  assert.strictEqual(rasters.length, 28801);
-  // One raster a second, in the colour order, at exact stamps.
-  const colours = ["Red", "Green", "Blue", "Black", "White"];
-  rasters.forEach((e, i) => {
-    assert.strictEqual(e.t, i * 1000);
-    assert.strictEqual(e.fn, `MSrv_Factory_Cmd::${colours[i % 5]}Raster`);
-  });
+  // The rasters themselves are the golden trace's to check.
   const logs = r.trace.filter((e) => e.kind === "log").map((e) => e.text);
   assert.deepStrictEqual(logs.filter((t) => t.includes('"settle"')), []);
   // The page's own "connect", answering the greeting, is the set's behaviour and stays.
@@ -67,19 +60,6 @@ test("a listener code is traced after the notifications and console lines made b
       .slice(-before.length).map(({ t, ...e }) => e);
     assert.deepStrictEqual(previous, before, script);
   }
-  const atv = await traced(fs.readFileSync(path.join(EXAMPLES, "atv-search.fsim"), "utf8"));
-  assert.strictEqual(atv.status, 0, atv.stderr);
-  // On exit the page is closed, then the host's UI is asked back: printed, then called.
-  const exit = atv.trace.findIndex((e) => e.kind === "listener" && e.code === 73730);
-  assert.deepStrictEqual(atv.trace.slice(0, exit).filter((e) => e.kind === "notify" || e.kind === "console").slice(-2), [
-    { t: 3500, kind: "notify", channel: 0, cmd: "ATV-Tunning-Up-Search-Show", data: 0 },
-    { t: 3500, ...getHostUi },
-  ]);
-  // The set's own sweep ticks are named after it, not after the library's timer 1.
-  const ticks = atv.stdout.match(/^timer \d+ .*$/gm);
-  assert.strictEqual(ticks.filter((l) => l === "timer 1 sim ATV tuner sweep").length, 85);
-  assert.deepStrictEqual(ticks.filter((l) => l !== "timer 1 sim ATV tuner sweep"),
-                         ["timer 51 OnTimer_OnATVTuningSearch"]);
 });
 
 test("texts with quotes, backslashes, slashes and control characters come back whole from the trace", async () => {
