@@ -110,27 +110,16 @@ TEST_P(AudioADVCommandTest, OkRunsTheCommand) {
 
 const NoteList kEmptyResult = {Str("AudioADV-Result-Title", ""), Str("AudioADV-Result-Value", "")};
 
-INSTANTIATE_TEST_SUITE_P(
-    Commands, AudioADVCommandTest,
-    testing::Values(CommandCase{"SetAudyssey", "53", "mapi_audio::ADVSND_SetAudyParam", "[12, 34]",
-                                kEmptyResult},
-                    CommandCase{"ReadCLevel",
-                                "54",
-                                "mapi_audio::ADVSND_GetAudyCLevel",
-                                "[12]",
-                                {Str("AudioADV-Result-Title", "audy_clevel:"),
-                                 Num("AudioADV-Result-Value", 77)}},
-                    CommandCase{"SetParam", "55", "mapi_audio::ADVSND_SetParam", "[12, 34, 0]",
-                                kEmptyResult},
-                    CommandCase{"ReadParam",
-                                "56",
-                                "mapi_audio::ADVSND_GetAudyParam",
-                                "[12]",
-                                {Str("AudioADV-Result-Title", "audy_param:"),
-                                 Num("AudioADV-Result-Value", 300)}},
-                    CommandCase{"TheDigitFiveIsNoCommand", "5", nullptr, "", {}},
-                    CommandCase{"FiftySevenIsNoCommand", "57", nullptr, "", {}}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Commands, AudioADVCommandTest, testing::Values(
+    CommandCase{"SetAudyssey", "53", "mapi_audio::ADVSND_SetAudyParam", "[12, 34]", kEmptyResult},
+    CommandCase{"ReadCLevel", "54", "mapi_audio::ADVSND_GetAudyCLevel", "[12]", Notes(R"(AudioADV-Result-Title="audy_clevel:" AudioADV-Result-Value=77)")},
+    CommandCase{"SetParam", "55", "mapi_audio::ADVSND_SetParam", "[12, 34, 0]", kEmptyResult},
+    CommandCase{"ReadParam", "56", "mapi_audio::ADVSND_GetAudyParam", "[12]", Notes(R"(AudioADV-Result-Title="audy_param:" AudioADV-Result-Value=300)")},
+    CommandCase{"TheDigitFiveIsNoCommand", "5", nullptr, "", {}},
+    CommandCase{"FiftySevenIsNoCommand", "57", nullptr, "", {}}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST_F(AudioADVTest, OkOnAFieldDoesNothing) {
     Open();

@@ -73,29 +73,30 @@ TEST_P(AdcFormatTest, StartsOnlyOnAStableSignalOfTheRightFormat) {
     EXPECT_EQ(Fm().m_bIsADCAdjustmentTesting, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Inputs, AdcFormatTest,
-    testing::Values(FormatCase{"Vga60", 0, 640, 480, 600, 0, true, true},
-                    FormatCase{"VgaAtLowerBound", 0, 640, 480, 580, 0, true, false},
-                    FormatCase{"VgaJustAboveLower", 0, 640, 480, 581, 0, true, true},
-                    FormatCase{"VgaAtUpperBound", 0, 640, 480, 620, 0, true, false},
-                    FormatCase{"VgaJustBelowUpper", 0, 640, 480, 619, 0, true, true},
-                    FormatCase{"VgaWrongSize", 0, 800, 600, 600, 0, true, false},
-                    FormatCase{"VgaNoSignal", 0, 640, 480, 600, 0, false, false},
-                    FormatCase{"Component1080", 16, 1920, 1080, 600, 0, true, true},
-                    FormatCase{"Component720", 16, 1280, 720, 600, 0, true, false},
-                    FormatCase{"Component1080At50", 17, 1920, 1080, 500, 0, true, false},
-                    FormatCase{"ComponentThird", 18, 1920, 1080, 600, 0, true, true},
-                    FormatCase{"Source20", 20, 1920, 1080, 600, 0, true, false},
-                    FormatCase{"Source19", 19, 1920, 1080, 600, 0, true, false},
-                    FormatCase{"CvbsPal", 2, 0, 0, 0, 0, true, true},
-                    FormatCase{"CvbsNtsc", 9, 0, 0, 0, 1, true, true},
-                    FormatCase{"CvbsPalN", 5, 0, 0, 0, 5, true, true},
-                    FormatCase{"CvbsStandard2", 3, 0, 0, 0, 2, true, false},
-                    FormatCase{"CvbsStandard6", 4, 0, 0, 0, 6, true, false},
-                    FormatCase{"Source10", 10, 0, 0, 0, 0, true, false},
-                    FormatCase{"Source1", 1, 0, 0, 0, 0, true, false}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Inputs, AdcFormatTest, testing::Values(
+    FormatCase{"Vga60", 0, 640, 480, 600, 0, true, true},
+    FormatCase{"VgaAtLowerBound", 0, 640, 480, 580, 0, true, false},
+    FormatCase{"VgaJustAboveLower", 0, 640, 480, 581, 0, true, true},
+    FormatCase{"VgaAtUpperBound", 0, 640, 480, 620, 0, true, false},
+    FormatCase{"VgaJustBelowUpper", 0, 640, 480, 619, 0, true, true},
+    FormatCase{"VgaWrongSize", 0, 800, 600, 600, 0, true, false},
+    FormatCase{"VgaNoSignal", 0, 640, 480, 600, 0, false, false},
+    FormatCase{"Component1080", 16, 1920, 1080, 600, 0, true, true},
+    FormatCase{"Component720", 16, 1280, 720, 600, 0, true, false},
+    FormatCase{"Component1080At50", 17, 1920, 1080, 500, 0, true, false},
+    FormatCase{"ComponentThird", 18, 1920, 1080, 600, 0, true, true},
+    FormatCase{"Source20", 20, 1920, 1080, 600, 0, true, false},
+    FormatCase{"Source19", 19, 1920, 1080, 600, 0, true, false},
+    FormatCase{"CvbsPal", 2, 0, 0, 0, 0, true, true},
+    FormatCase{"CvbsNtsc", 9, 0, 0, 0, 1, true, true},
+    FormatCase{"CvbsPalN", 5, 0, 0, 0, 5, true, true},
+    FormatCase{"CvbsStandard2", 3, 0, 0, 0, 2, true, false},
+    FormatCase{"CvbsStandard6", 4, 0, 0, 0, 6, true, false},
+    FormatCase{"Source10", 10, 0, 0, 0, 0, true, false},
+    FormatCase{"Source1", 1, 0, 0, 0, 0, true, false}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 struct ReportCase {
     const char* name;

@@ -129,27 +129,19 @@ TEST_P(Timing3DValueTest, ShowsAndAppliesTheNewValue) {
     EXPECT_EQ(Calls(c.fn), (std::vector<std::string>{c.args}));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Keys, Timing3DValueTest,
-    testing::Values(ValueCase{"LeftWrapsFromZero", 5, 0x0000, kLeft, "FFFF",
-                              "MSrv_3DManager::SetLOpenLength", "[255, 0]"},
-                    ValueCase{"RightWrapsFromTop", 5, 0xFFFF, kRight, "0000",
-                              "MSrv_3DManager::SetLOpenLength", "[0, 0]"},
-                    ValueCase{"MinusBigStepClampsAtZero", 5, 0x0010, kRed, "0000",
-                              "MSrv_3DManager::SetLOpenLength", "[0, 0]"},
-                    ValueCase{"PlusBigStepCrossesIntoTheSignedHalf", 5, 0x7FF0, kBlue, "80F0",
-                              "MSrv_3DManager::SetLOpenLength", "[240, 129]"},
-                    ValueCase{"SignedMinusEightPlusSixteen", 6, 0xFFF8, kYellow, "0008",
-                              "MSrv_3DManager::SetLCloseLength", "[8, 0]"},
-                    ValueCase{"SignedHalfDownClampsToZero", 7, 0x9000, kGreen, "0000",
-                              "MSrv_3DManager::SetROpenLength", "[0, 0]"},
-                    ValueCase{"PlusSmallStep", 8, 0x1234, kYellow, "1244",
-                              "MSrv_3DManager::SetRCloseLength", "[68, 18]"},
-                    ValueCase{"DutyGoesWithThePhase", 9, 0xFFFF, kRight, "0000",
-                              "MSrv_3DManager::SetPwmDutyPhase", "[3, 0, 64]"},
-                    ValueCase{"ShiftGoesWithTheDuty", 10, 0x0040, kGreen, "0030",
-                              "MSrv_3DManager::SetPwmDutyPhase", "[3, 512, 48]"}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Keys, Timing3DValueTest, testing::Values(
+    ValueCase{"LeftWrapsFromZero", 5, 0x0000, kLeft, "FFFF", "MSrv_3DManager::SetLOpenLength", "[255, 0]"},
+    ValueCase{"RightWrapsFromTop", 5, 0xFFFF, kRight, "0000", "MSrv_3DManager::SetLOpenLength", "[0, 0]"},
+    ValueCase{"MinusBigStepClampsAtZero", 5, 0x0010, kRed, "0000", "MSrv_3DManager::SetLOpenLength", "[0, 0]"},
+    ValueCase{"PlusBigStepCrossesIntoTheSignedHalf", 5, 0x7FF0, kBlue, "80F0", "MSrv_3DManager::SetLOpenLength", "[240, 129]"},
+    ValueCase{"SignedMinusEightPlusSixteen", 6, 0xFFF8, kYellow, "0008", "MSrv_3DManager::SetLCloseLength", "[8, 0]"},
+    ValueCase{"SignedHalfDownClampsToZero", 7, 0x9000, kGreen, "0000", "MSrv_3DManager::SetROpenLength", "[0, 0]"},
+    ValueCase{"PlusSmallStep", 8, 0x1234, kYellow, "1244", "MSrv_3DManager::SetRCloseLength", "[68, 18]"},
+    ValueCase{"DutyGoesWithThePhase", 9, 0xFFFF, kRight, "0000", "MSrv_3DManager::SetPwmDutyPhase", "[3, 0, 64]"},
+    ValueCase{"ShiftGoesWithTheDuty", 10, 0x0040, kGreen, "0030", "MSrv_3DManager::SetPwmDutyPhase", "[3, 512, 48]"}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST_F(Timing3DTest, DutyBelowZeroClearsROpenAndKeepsTheDuty) {
     Glasses().duty = 0x0005;
