@@ -363,25 +363,22 @@ TEST_P(ServiceNavTest, MovesInsideTheRangeOfTheFlags) {
     EXPECT_EQ(UiNotes(), expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Ranges, ServiceNavTest,
-    testing::Values(
-        NavCase{"FullRangeNext", false, true, 0x835, kNext, 0x836, "CNTX DTV"},
-        NavCase{"FullRangeNextWrapsAfterAudOutput", false, true, 0xAD9, kNext2, 0x800, "RCUT"},
-        NavCase{"FullRangePreviousWrapsToAudOutput", false, true, 0x800, kPrev, 0xAD9,
-                "AUD OUTPUT"},
-        NavCase{"ShortRangeNextWrapsAfterTheWhiteBalance", true, false, 0x820, kNext, 0x800,
-                "RCUT"},
-        NavCase{"ShortRangePreviousWrapsToTheLastWhiteBalanceItem", true, false, 0x800, kPrev2,
-                0x820, "OSBD 3D WARM"},
-        NavCase{"ShortRangePrevious", true, false, 0x805, kPrev, 0x804, "GDRV"},
-        NavCase{"AboveTheRangeNextGoesToItsStart", true, false, 0xB00, kNext, 0x800, "RCUT"},
-        NavCase{"BelowTheRangePreviousStays", true, false, 0x700, kPrev, 0x700, nullptr},
-        NavCase{"DModeOpenWinsOverShortRange", true, true, 0x820, kNext, 0x821, "OPT1"},
-        // Without either flag the range is the single address 0.
-        NavCase{"NoFlagNextGoesToZero", false, false, 0x800, kNext, 0x000, "RCUT"},
-        NavCase{"NoFlagPreviousLeavesTheRange", false, false, 0x800, kPrev, 0x7FF, nullptr}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Ranges, ServiceNavTest, testing::Values(
+    NavCase{"FullRangeNext", false, true, 0x835, kNext, 0x836, "CNTX DTV"},
+    NavCase{"FullRangeNextWrapsAfterAudOutput", false, true, 0xAD9, kNext2, 0x800, "RCUT"},
+    NavCase{"FullRangePreviousWrapsToAudOutput", false, true, 0x800, kPrev, 0xAD9, "AUD OUTPUT"},
+    NavCase{"ShortRangeNextWrapsAfterTheWhiteBalance", true, false, 0x820, kNext, 0x800, "RCUT"},
+    NavCase{"ShortRangePreviousWrapsToTheLastWhiteBalanceItem", true, false, 0x800, kPrev2, 0x820, "OSBD 3D WARM"},
+    NavCase{"ShortRangePrevious", true, false, 0x805, kPrev, 0x804, "GDRV"},
+    NavCase{"AboveTheRangeNextGoesToItsStart", true, false, 0xB00, kNext, 0x800, "RCUT"},
+    NavCase{"BelowTheRangePreviousStays", true, false, 0x700, kPrev, 0x700, nullptr},
+    NavCase{"DModeOpenWinsOverShortRange", true, true, 0x820, kNext, 0x821, "OPT1"},
+    // Without either flag the range is the single address 0.
+    NavCase{"NoFlagNextGoesToZero", false, false, 0x800, kNext, 0x000, "RCUT"},
+    NavCase{"NoFlagPreviousLeavesTheRange", false, false, 0x800, kPrev, 0x7FF, nullptr}),
     [](const testing::TestParamInfo<NavCase>& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST_F(ServiceModeTest, TheNavigationLockHoldsTheItem) {
     OpenAt(0x805);
