@@ -18,6 +18,8 @@ namespace sim {
 struct PictureState : Area {
     bool present = true;  // false: the picture manager is not up
     MAPI_U8 contrast = 50;
+    // The user's picture setting (PictureManager), not the panel's live level, which
+    // the active-backlight service keeps in PanelState.
     MAPI_U8 backlight = 80;
     MAPI_U8 dynamicLight = 0;
     MAPI_U8 brightness = 50;

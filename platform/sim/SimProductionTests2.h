@@ -21,6 +21,8 @@ struct PanelState : Area {
     MAPI_U8 agingMode = 0;     // kept by the factory service: 3 black/white, 4 colours
     bool lightSensorOk = true;
     MAPI_U16 lightSensor = 312;
+    // The level the panel is driven at (MSrv_ActiveBacklight), which the backlight check
+    // steps and restores; the user's picture setting is PictureState's, left alone.
     MAPI_U8 backlight = 80;
     MAPI_U8 balance = 50;
 };

@@ -11,7 +11,6 @@ const os = require("node:os");
 const path = require("node:path");
 
 const CHROMIUM = process.env.CHROMIUM || "/usr/bin/chromium";
-const UI_PAGE = process.env.FACTORY_UI || path.join(__dirname, "..", "..", "ui", "factory-ui.html");
 
 async function launchBrowser() {
   const profile = fs.mkdtempSync(path.join(os.tmpdir(), "factory-ui-profile-"));
@@ -34,6 +33,8 @@ async function launchBrowser() {
 
 // One way to a free port and to the factory-sim binary for every suite.
 const { BINARY, freePort } = require("../sim/sim-run");
+// The assembled page, which the build puts beside factory-sim.
+const UI_PAGE = process.env.FACTORY_UI || path.join(path.dirname(BINARY || "."), "factory-ui.html");
 
 // A factory UI server as the page sees it: HTTP serves the page, WebSocket frames
 // carry {"cmd","data"} notifications. Tests push notifications and read what the

@@ -104,8 +104,8 @@ bool ReadFile(const std::string& path, std::string& text) {
     return true;
 }
 
-// The page: --ui, else the copy beside the binary (build tree), else the installed
-// one under share/, else the source tree's.
+// The page: --ui, else the one beside the binary (the build tree assembles it there),
+// else the installed one under share/, else the build tree's (a binary copied away).
 std::string FindUiFile(const Options& options) {
     if (!options.uiFile.empty()) {
         return options.uiFile;
