@@ -112,13 +112,15 @@ public:
     // Sends {"cmd":cmd,"data":data} to every connection of the channel's protocol
     // (0: "factorymode-0", 1: "factorymode-1", else nobody).
     void NotifyUI(int channel, const char* cmd, long data);
+    void NotifyUI(int channel, const char* cmd, long long data);
     void NotifyUI(int channel, const char* cmd, char* data);
     // Page texts are mostly literals; they are sent exactly like the char* form.
     void NotifyUI(int channel, const char* cmd, const char* data);
-    // Any other integer (MAPI_U8, int, unsigned ...) goes out as a JSON integer.
+    // Any other integer (MAPI_U8, int, unsigned ...) goes out as a JSON integer. In
+    // 64 bits: where long has 32 (armhf) a MAPI_U32 over 2^31 would turn negative.
     template <class T, std::enable_if_t<std::is_integral<T>::value, int> = 0>
     void NotifyUI(int channel, const char* cmd, T data) {
-        NotifyUI(channel, cmd, static_cast<long>(data));
+        NotifyUI(channel, cmd, static_cast<long long>(data));
     }
 
     void CheckFactoryUiIsReady();
