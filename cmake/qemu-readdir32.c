@@ -9,11 +9,11 @@
  * would notice, and an inode number that does not fit still fails with EOVERFLOW. */
 #undef _FILE_OFFSET_BITS
 #define _GNU_SOURCE
-#include <sys/types.h>
 #include <dirent.h>
 #include <errno.h>
 #include <stdint.h>
 #include <string.h>
+#include <sys/types.h>
 
 static int narrow(const struct dirent64* in, struct dirent* out) {
     if ((ino_t)in->d_ino != in->d_ino) {
