@@ -26,3 +26,7 @@ set(ENV{PKG_CONFIG_PATH} "")
 # loads. The cross toolchain's own copy under /usr/<triplet> is older, and with the
 # newer libc every pthread_create crashes.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${VQ27_QEMU} -L /)
+
+# Debian's multiarch library folder (lib/<triplet>): GNUInstallDirs picks it for
+# native builds only, and the target's packages must install there.
+set(CMAKE_INSTALL_LIBDIR lib/${VQ27_TRIPLET} CACHE PATH "Object code libraries (multiarch)")

@@ -43,7 +43,7 @@ packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmar
 if [ -n "$target" ]; then
   packages+=("crossbuild-essential-$target" qemu-user)
   for p in libwebsockets17 libssl-dev libev-dev libuv1-dev zlib1g-dev libcap-dev libjson-c-dev \
-           libdirectfb-dev libgtest-dev libgmock-dev libpng-dev; do
+           libdirectfb-dev libdirectfb-extra libgtest-dev libgmock-dev libpng-dev; do
     packages+=("$p:$target")
   done
 fi
@@ -63,17 +63,72 @@ for p in "${missing[@]}"; do [ -n "$p" ] && wanted+=("$p"); done
 if [ -n "$target" ] && ! dpkg --print-foreign-architectures | grep -qx "$target"; then
   $sudo dpkg --add-architecture "$target"
 fi
+# A target library that is Multi-Arch: same must have the very version of its host
+# twin. apt is told (a preferences file) to take the host's version for every such
+# twin; where the package index no longer offers the host's version (a host older
+# than its index), the host's copy is upgraded with its twin to the index's version,
+# never downgraded. What still cannot be planned stops here with apt's reason.
+# Sets extra (packages to add to the install), apt_opts and pin_work (to remove).
+pin_to_host() {
+  local host_arch prefs stale plan name work
+  host_arch=$(dpkg --print-architecture)
+  work=$(mktemp -d)
+  pin_work=$work
+  prefs="$work/preferences.d"
+  mkdir "$prefs"
+  apt_opts=(-o "Dir::Etc::PreferencesParts=$prefs")
+  dpkg-query -W -f='${Architecture} ${Package} ${Version} ${Multi-Arch} ${db:Status-Abbrev}\n' |
+    awk -v a="$host_arch" '$1 == a && $4 == "same" && $5 == "ii" { print $2, $3 }' >"$work/host"
+  # Versions the index offers for each twin (one apt-cache call), against the host's.
+  apt-cache policy $(awk -v t="$target" '{ print $1 ":" t }' "$work/host") 2>/dev/null |
+    awk -v t="$target" -v prefs="$prefs" -v work="$work" '
+      FNR == NR { host[$1] = $2; next }
+      /^[^ ]/ { name = $1; sub(/:.*/, "", name); next }
+      $1 == "***" { offered[name, $2] = 1; next }
+      NF == 2 && $2 ~ /^[0-9]+$/ { offered[name, $1] = 1 }
+      END {
+        for (p in host) {
+          if ((p, host[p]) in offered) {
+            printf "Package: %s:%s\nPin: version %s\nPin-Priority: 1001\n\n", p, t, host[p] > (prefs "/host-versions.pref")
+          } else {
+            print p > (work "/stale")
+          }
+        }
+      }' "$work/host" -
+  stale=()
+  [ -f "$work/stale" ] && mapfile -t stale <"$work/stale"
+  # Which stale twins the install brings in: planned with all of them upgraded.
+  extra=()
+  if [ "${#stale[@]}" -gt 0 ]; then
+    plan=$(apt-get "${apt_opts[@]}" install -s -qq --no-install-recommends "$@" "${stale[@]}" 2>&1) ||
+      plan=""
+    for name in "${stale[@]}"; do
+      echo "$plan" | grep -q "^Inst $name:$target " && extra+=("$name")
+    done
+  fi
+  if ! plan=$(apt-get "${apt_opts[@]}" install -s -qq --no-install-recommends "$@" "${extra[@]}" 2>&1); then
+    echo "$0: the $target packages cannot be installed at the versions of their host twins" \
+      "(Multi-Arch: same). apt says:" >&2
+    echo "$plan" >&2
+    echo "$0: bring the host up to its package index (apt-get update && apt-get upgrade) and" \
+      "run again." >&2
+    return 1
+  fi
+  [ "${#extra[@]}" -gt 0 ] && echo "upgrading the host's ${extra[*]} with their $target twins"
+  return 0
+}
+
 if [ "${#wanted[@]}" -gt 0 ]; then
   echo "installing: ${wanted[*]}"
   # An index that fails to download (a mirror in sync) is reported, not fatal; the
   # install below says what it then cannot find.
   apt_get update -qq || true
-  # -t bookworm: a target library must have the very version of its host twin
-  # (multiarch), and a point release has both where a security update may not yet.
-  release=()
-  [ -n "$target" ] && release=(-t "$(. /etc/os-release && echo "$VERSION_CODENAME")")
-  DEBIAN_FRONTEND=noninteractive apt_get install -y -qq --no-install-recommends --allow-downgrades \
-    "${release[@]}" "${wanted[@]}"
+  extra=()
+  apt_opts=()
+  [ -n "$target" ] && pin_to_host "${wanted[@]}"
+  DEBIAN_FRONTEND=noninteractive apt_get "${apt_opts[@]}" install -y -qq --no-install-recommends \
+    --allow-downgrades "${wanted[@]}" "${extra[@]}"
+  if [ -n "${pin_work:-}" ]; then rm -rf "$pin_work"; fi
 fi
 
 # The target's libwebsockets headers and pkg-config file, beside the host's.

@@ -4,8 +4,9 @@
 #   scripts/test.sh --sanitize address,undefined     the same with ASan and UBSan in build-address-undefined/
 #   scripts/test.sh --sanitize thread --tests REGEX  ThreadSanitizer, only the matching tests
 #   scripts/test.sh --target armhf|arm64             cross build in build-armhf/ (build-arm64/),
-#                                                    the suite under qemu-user (browser tests
-#                                                    stay with the host build)
+#                                                    the suite under qemu-user, without the
+#                                                    benchmarks; the browser tests stay with
+#                                                    the host build (README, "On a set")
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 sanitize=""
@@ -26,7 +27,7 @@ if [ -n "$target" ]; then
   [ -n "$sanitize" ] && { echo "$0: --target builds without sanitizers" >&2; exit 2; }
   "$root/scripts/install-deps.sh" --target "$target"
   build="$root/build-$target"
-  config=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-$target.cmake")
+  config=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-$target.cmake" -DVQ27_BUILD_BENCH=OFF)
 else
   "$root/scripts/install-deps.sh" --tests
 fi

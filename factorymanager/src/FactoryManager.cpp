@@ -110,16 +110,18 @@ MAPI_BOOL FactoryManager::isShipoutExecuing() { return m_bShipoutExecuting; }
 unsigned long FactoryManager::GetSystemTime() {
     struct timespec ts {};
     TvHost_ClockGettime(&ts);
-    // Wraps after about 49.7 days, as the set's 32-bit callers expect.
-    return static_cast<MAPI_U32>(ts.tv_sec * 1000 + ts.tv_nsec / 1000000);
+    // Wraps after about 49.7 days, as the set's 32-bit callers expect. In 64 bits:
+    // a 32-bit time_t (armhf) times 1000 overflows after 24.8 days.
+    return static_cast<MAPI_U32>(static_cast<MAPI_U64>(ts.tv_sec) * 1000 + ts.tv_nsec / 1000000);
 }
 
 unsigned long long FactoryManager::getSystemTime() {
     struct timespec ts {};
     TvHost_ClockGettime(&ts);
     // Callers use the low word only; the high word holds the whole seconds in ms.
-    const MAPI_U32 low = static_cast<MAPI_U32>(ts.tv_sec * 1000 + ts.tv_nsec / 1000000);
-    const MAPI_U32 high = static_cast<MAPI_U32>(ts.tv_sec * 1000);
+    const MAPI_U64 ms = static_cast<MAPI_U64>(ts.tv_sec) * 1000;
+    const MAPI_U32 low = static_cast<MAPI_U32>(ms + ts.tv_nsec / 1000000);
+    const MAPI_U32 high = static_cast<MAPI_U32>(ms);
     return (static_cast<unsigned long long>(high) << 32) | low;
 }
 

@@ -38,6 +38,10 @@ const char* const kSerialNoPages[] = {
 }  // namespace
 
 void FactoryManager::NotifyUI(int channel, const char* cmd, long data) {
+    NotifyUI(channel, cmd, static_cast<long long>(data));
+}
+
+void FactoryManager::NotifyUI(int channel, const char* cmd, long long data) {
     CheckFactoryUiIsReady();
     SendNotification(channel, cmd, json_object_new_int64(data));
 }

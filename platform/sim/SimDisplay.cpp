@@ -63,6 +63,9 @@ private:
             DirectFBSetOption(option, nullptr);
         }
         DirectFBSetOption("system", "dummy");
+        // The OMAP graphics driver (ARM builds) probes for its device on any system and
+        // crashes on the dummy one, which has none.
+        DirectFBSetOption("disable-module", "omap");
         if (DirectFBCreate(&m_dfb) != DFB_OK) {
             std::fprintf(stderr, "sim: DirectFB cannot start; native text is off\n");
             m_dfb = nullptr;

@@ -132,6 +132,29 @@ private:
     int m_fd;
 };
 
+// The names in the folder fd (a descriptor of its own is taken), "." and ".." left
+// out. False when the folder cannot be read to its end: a folder seen as empty
+// would let a wipe report success with everything still there.
+bool ListFolder(int fd, std::vector<std::string>& names) {
+    names.clear();
+    DIR* list = ::fdopendir(::dup(fd));
+    if (list == nullptr) {
+        return false;
+    }
+    ::rewinddir(list);  // the duplicate shares the offset of a folder read before
+    errno = 0;
+    while (const dirent* entry = ::readdir(list)) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..") {
+            names.push_back(name);
+        }
+        errno = 0;
+    }
+    const bool complete = errno == 0;
+    ::closedir(list);
+    return complete;
+}
+
 // Removes the entry name of the folder dirFd; a link is removed, never followed.
 bool RemoveAt(int dirFd, const std::string& name) {
     struct stat st {};
@@ -145,23 +168,12 @@ bool RemoveAt(int dirFd, const std::string& name) {
     if (sub < 0) {
         return false;
     }
-    DIR* dir = ::fdopendir(sub);
-    if (dir == nullptr) {
-        ::close(sub);
-        return false;
-    }
-    bool ok = true;
+    const Fd folder(sub);
     std::vector<std::string> names;
-    while (dirent* entry = ::readdir(dir)) {
-        const std::string child = entry->d_name;
-        if (child != "." && child != "..") {
-            names.push_back(child);
-        }
-    }
+    bool ok = ListFolder(folder.get(), names);
     for (const auto& child : names) {
-        ok = RemoveAt(::dirfd(dir), child) && ok;
+        ok = RemoveAt(folder.get(), child) && ok;
     }
-    ::closedir(dir);
     return ::unlinkat(dirFd, name.c_str(), AT_REMOVEDIR) == 0 && ok;
 }
 
@@ -372,20 +384,12 @@ bool Root::RemoveContents(const std::string& tvPath) const {
     if (!dir.ok()) {
         return true;  // rm -rf of a missing folder's contents does nothing, successfully
     }
-    DIR* list = ::fdopendir(::dup(dir.get()));
-    if (list == nullptr) {
-        return false;
-    }
     std::vector<std::string> names;
-    while (dirent* entry = ::readdir(list)) {
-        const std::string name = entry->d_name;
-        // The shell's `*` matches no name that begins with a dot.
-        if (name[0] != '.') {
-            names.push_back(name);
-        }
-    }
-    ::closedir(list);
-    bool ok = true;
+    bool ok = ListFolder(dir.get(), names);
+    // The shell's `*` matches no name that begins with a dot.
+    names.erase(std::remove_if(names.begin(), names.end(),
+                               [](const std::string& name) { return name[0] == '.'; }),
+                names.end());
     for (const auto& name : names) {
         ok = RemoveAt(dir.get(), name) && ok;
     }
@@ -469,15 +473,13 @@ bool Root::Chmod(const std::vector<std::string>& w) const {
         const std::string folder = pending.back();
         pending.pop_back();
         const Fd dir(Open(folder, O_RDONLY | O_DIRECTORY));
-        DIR* list = dir.ok() ? ::fdopendir(::dup(dir.get())) : nullptr;
-        if (list == nullptr) {
+        std::vector<std::string> names;
+        if (!dir.ok() || !ListFolder(dir.get(), names)) {
             return false;
         }
-        while (dirent* entry = ::readdir(list)) {
-            const std::string name = entry->d_name;
+        for (const auto& name : names) {
             struct stat child {};
-            if (name == "." || name == ".." ||
-                ::fstatat(dir.get(), name.c_str(), &child, AT_SYMLINK_NOFOLLOW) != 0 ||
+            if (::fstatat(dir.get(), name.c_str(), &child, AT_SYMLINK_NOFOLLOW) != 0 ||
                 S_ISLNK(child.st_mode)) {
                 continue;
             }
@@ -487,7 +489,6 @@ bool Root::Chmod(const std::vector<std::string>& w) const {
                 pending.push_back(folder + "/" + name);
             }
         }
-        ::closedir(list);
     }
     return ok;
 }

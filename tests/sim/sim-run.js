@@ -1,5 +1,6 @@
 // Runs factory-sim to its end in a folder of its own, for the page families' tests:
-// a free UI port, no control endpoint, the set's temporary files under that folder.
+// a UI port the system picks, no control endpoint, the set's temporary files under
+// that folder.
 "use strict";
 const { spawn } = require("node:child_process");
 const net = require("node:net");
@@ -29,8 +30,9 @@ function freePort() {
 
 // files: name -> text, written into the run's folder (the working directory), so that
 // args may name them; prepare(work) may add more; input goes to the console; port: the
-// UI port (a free one by default); keep: leave the folder for the caller (returned as
-// work, with tmp the set's TMPDIR inside it).
+// UI port (by default 0, the system's choice: a port found free and handed over could
+// be taken by another process before factory-sim binds it); keep: leave the folder
+// for the caller (returned as work, with tmp the set's TMPDIR inside it).
 async function runFactorySim(args, { files = {}, keep = false, prefix = "factory-sim-", input = "",
                                      port = null, prepare = null } = {}) {
   const work = fs.mkdtempSync(path.join(os.tmpdir(), prefix));
@@ -38,7 +40,7 @@ async function runFactorySim(args, { files = {}, keep = false, prefix = "factory
   fs.mkdirSync(tmp);
   for (const [name, text] of Object.entries(files)) fs.writeFileSync(path.join(work, name), text);
   if (prepare) prepare(work);
-  port = port || await freePort();
+  port = port || 0;
   const child = spawn(...simCommand(["--control-port", "0", "--port", String(port), ...args]), {
     cwd: work, env: { ...process.env, TMPDIR: tmp },
   });
