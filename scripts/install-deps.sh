@@ -64,57 +64,49 @@ if [ -n "$target" ] && ! dpkg --print-foreign-architectures | grep -qx "$target"
   $sudo dpkg --add-architecture "$target"
 fi
 # A target library that is Multi-Arch: same must have the very version of its host
-# twin. apt is told (a preferences file) to take the host's version for every such
-# twin; where the package index no longer offers the host's version (a host older
-# than its index), the host's copy is upgraded with its twin to the index's version,
-# never downgraded. What still cannot be planned stops here with apt's reason.
-# Sets extra (packages to add to the install), apt_opts and pin_work (to remove).
+# twin, and the index may not offer the host's version for the target: a host
+# older than its index, or a foreign architecture's security index that failed to
+# download (a mirror in sync). apt is told (a preferences file) to take the host's
+# version for a twin where the target has it, and otherwise the target's newest
+# version for both twins (the host's copy is changed only if the install needs
+# that twin; then it may go down to the release's version). New packages come
+# from the release first, as only its index is sure for both architectures. What
+# still cannot be planned stops here with apt's reason.
+# Sets apt_opts and pin_work (to remove).
 pin_to_host() {
-  local host_arch prefs stale plan name work
+  local host_arch prefs plan work
   host_arch=$(dpkg --print-architecture)
   work=$(mktemp -d)
   pin_work=$work
   prefs="$work/preferences.d"
   mkdir "$prefs"
-  apt_opts=(-o "Dir::Etc::PreferencesParts=$prefs")
+  apt_opts=(-o "Dir::Etc::PreferencesParts=$prefs" -t "$(. /etc/os-release && echo "$VERSION_CODENAME")")
   dpkg-query -W -f='${Architecture} ${Package} ${Version} ${Multi-Arch} ${db:Status-Abbrev}\n' |
     awk -v a="$host_arch" '$1 == a && $4 == "same" && $5 == "ii" { print $2, $3 }' >"$work/host"
-  # Versions the index offers for each twin (one apt-cache call), against the host's.
-  apt-cache policy $(awk -v t="$target" '{ print $1 ":" t }' "$work/host") 2>/dev/null |
-    awk -v t="$target" -v prefs="$prefs" -v work="$work" '
-      FNR == NR { host[$1] = $2; next }
-      /^[^ ]/ { name = $1; sub(/:.*/, "", name); next }
-      $1 == "***" { offered[name, $2] = 1; next }
-      NF == 2 && $2 ~ /^[0-9]+$/ { offered[name, $1] = 1 }
+  # The versions the index offers each twin, newest first ("name:arch | version | from").
+  apt-cache madison $(awk -v t="$target" '{ print $1 ":" t }' "$work/host") 2>/dev/null |
+    awk -v t="$target" -v h="$host_arch" -F' *[|] *' '
+      FNR == NR { split($0, f, " "); host[f[1]] = f[2]; next }
+      { name = $1; sub(/^ */, "", name); sub(/:.*/, "", name)
+        if (!(name in newest)) newest[name] = $2
+        offered[name, $2] = 1 }
       END {
         for (p in host) {
           if ((p, host[p]) in offered) {
-            printf "Package: %s:%s\nPin: version %s\nPin-Priority: 1001\n\n", p, t, host[p] > (prefs "/host-versions.pref")
-          } else {
-            print p > (work "/stale")
+            printf "Package: %s:%s\nPin: version %s\nPin-Priority: 1001\n\n", p, t, host[p]
+          } else if (p in newest) {
+            printf "Package: %s:%s %s:%s\nPin: version %s\nPin-Priority: 1001\n\n", p, h, p, t, newest[p]
           }
         }
-      }' "$work/host" -
-  stale=()
-  [ -f "$work/stale" ] && mapfile -t stale <"$work/stale"
-  # Which stale twins the install brings in: planned with all of them upgraded.
-  extra=()
-  if [ "${#stale[@]}" -gt 0 ]; then
-    plan=$(apt-get "${apt_opts[@]}" install -s -qq --no-install-recommends "$@" "${stale[@]}" 2>&1) ||
-      plan=""
-    for name in "${stale[@]}"; do
-      echo "$plan" | grep -q "^Inst $name:$target " && extra+=("$name")
-    done
-  fi
-  if ! plan=$(apt-get "${apt_opts[@]}" install -s -qq --no-install-recommends "$@" "${extra[@]}" 2>&1); then
+      }' "$work/host" - >"$prefs/twins.pref"
+  if ! plan=$(apt-get "${apt_opts[@]}" install -s -qq --no-install-recommends --allow-downgrades "$@" 2>&1); then
     echo "$0: the $target packages cannot be installed at the versions of their host twins" \
       "(Multi-Arch: same). apt says:" >&2
     echo "$plan" >&2
-    echo "$0: bring the host up to its package index (apt-get update && apt-get upgrade) and" \
-      "run again." >&2
     return 1
   fi
-  [ "${#extra[@]}" -gt 0 ] && echo "upgrading the host's ${extra[*]} with their $target twins"
+  # Say which host packages change version with their twins.
+  echo "$plan" | awk -v h=":$(dpkg --print-architecture)" '$1 == "Inst" && $3 ~ /^\[/ && $2 !~ /:/ { print "  host package changes with its twin: " $2, $3, $4 }'
   return 0
 }
 
@@ -123,11 +115,10 @@ if [ "${#wanted[@]}" -gt 0 ]; then
   # An index that fails to download (a mirror in sync) is reported, not fatal; the
   # install below says what it then cannot find.
   apt_get update -qq || true
-  extra=()
   apt_opts=()
   [ -n "$target" ] && pin_to_host "${wanted[@]}"
   DEBIAN_FRONTEND=noninteractive apt_get "${apt_opts[@]}" install -y -qq --no-install-recommends \
-    --allow-downgrades "${wanted[@]}" "${extra[@]}"
+    --allow-downgrades "${wanted[@]}"
   if [ -n "${pin_work:-}" ]; then rm -rf "$pin_work"; fi
 fi
 
